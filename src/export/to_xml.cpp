@@ -1,0 +1,331 @@
+#include "export/to_xml.h"
+
+#include <cmath>
+
+#include "host/bridge.h"
+#include "host/records.h"
+#include "shell/error_log.h"
+#include "shell/failure.h"
+#include "shell/messages.h"
+
+namespace ostin {
+
+namespace {
+constexpr int32_t kUserCancelled = Code(0x80040343);
+constexpr int32_t kLoadPartForeign = Code(0x80040344);
+constexpr int32_t kInitializeXmlParse = Code(0x8004031D);
+constexpr int32_t kAddNewLinesParse = Code(0x8004031F);
+constexpr int32_t kInvokeForeign = Code(0x8004031B);
+constexpr int32_t kSaveRefused = Code(0x8004058A);
+constexpr int32_t kAccessDenied = Code(0x80070005);
+constexpr std::string_view kXmlServiceSource = "msxml3.dll";
+
+// Own numbers of the private operations.
+constexpr int32_t kInitializeXmlHandler = Code(0x800402D5);
+constexpr int32_t kAddNewLinesHandler = Code(0x800402D6);
+constexpr int32_t kInitializeHeaderHandler = Code(0x80040507);
+constexpr int32_t kInitializePartsHandler = Code(0x80040320);
+constexpr int32_t kInitializeFreezeMusicHandler = Code(0x800402D7);
+constexpr int32_t kInitializeMeasuresHandler = Code(0x8004032E);
+constexpr int32_t kInitializeMeasureItemsHandler = Code(0x800402D8);
+constexpr int32_t kInitializeLocalesHandler = Code(0x800407C0);
+constexpr int32_t kCleanupInitialTempoHandler = Code(0x800402D9);
+constexpr int32_t kLoadBeamingOptionsHandler = Code(0x800402DA);
+constexpr int32_t kLoadDocumentOptionsHandler = Code(0x800402DB);
+constexpr int32_t kDefaultTempoHandler = Code(0x800402DC);
+constexpr int32_t kDefaultWedgeSpreadHandler = Code(0x800402DD);
+constexpr int32_t kConvertDurationsHandler = Code(0x800402DE);
+constexpr int32_t kPruneInstrumentsHandler = Code(0x800402DF);
+constexpr int32_t kLoadMeasureHandler = Code(0x80040345);
+
+constexpr int16_t kBeamOptionBit = 0x100;
+constexpr int16_t kWedgeSpreadRow = 11;
+constexpr int16_t kPreferences = -2;
+
+// Nearest integer, halves to even.
+int32_t RoundHalfEven(double value) { return static_cast<int32_t>(std::nearbyint(value)); }
+
+std::string ParseText(const char* head, const xml::ParseError& error) {
+  return std::string(head) + "\r" + error.reason + "\r" + error.url + "\rLine " +
+         std::to_string(error.line) + ", position " + std::to_string(error.linepos) + ": " +
+         error.srcText;
+}
+} // namespace
+
+std::string ToXml::DocumentTypeText(bool partwise, const std::string& systemIdentifier) {
+  std::string kind = partwise ? "partwise" : "timewise";
+  std::string title = partwise ? "Partwise" : "Timewise";
+  std::string prefix = systemIdentifier.empty() ? "//C:/musicxml/" : "//" + systemIdentifier;
+  return "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
+         "<!DOCTYPE score-" + kind + " PUBLIC \r\n"
+         "\t\"-//Calvimora//DTD MusicXML 0.7b " + title + "//EN\"\r\n"
+         "\t\"" + prefix + kind + ".dtd\">\r\n"
+         "<score-" + kind + ">\r\n"
+         "</score-" + kind + ">\r\n";
+}
+
+bool ToXml::Invoke(int32_t, int32_t) {
+  try {
+    Run();
+  } catch (...) {
+    Failure failure = CurrentFailure();
+    Register(failure);
+    bool cancelled = failure.IsOwn() && failure.Number == kUserCancelled;
+    if (cancelled || MassEdit_.Started) MassEdit_.EndEdit(cancelled);
+    CloseEdit();
+    if (cancelled) return false;
+    if (failure.IsOwn()) {
+      if (failure.Description == kInternalError) failure.Description = FormatResString(159);
+      throw failure;
+    }
+    if (failure.Source == kXmlServiceSource && failure.Number == kAccessDenied)
+      throw Failure(kSaveRefused, std::string(kPlugInSource), FormatResString(163));
+    throw Failure(kInvokeForeign, std::string(kPlugInSource), FormatResString(159));
+  }
+  return false;
+}
+
+void ToXml::Run() {
+  WarningFlags = {};
+  FinaleVersion = FtxFinaleVersion();
+  InitializeXml(true);
+  root_ = document_->documentElement();
+  // The edit stays open for the whole run, so that layout the run forces is thrown away.
+  if (FinaleVersion >= 2003) editOpen_ = FxStartFinaleEdit("Update Layout") != 0;
+  NumberOfStaves = FtxCountInstruments(0, -1);
+  NumberOfMeasures = static_cast<int16_t>(FtxCountItems(1));
+  SystemBreaks.assign(NumberOfMeasures + 1, false);
+  int32_t jobSize = NumberOfMeasures * NumberOfStaves + NumberOfMeasures + NumberOfStaves;
+  MassEdit_.StartEdit(0, jobSize);
+  ReadLayerPrefs();
+  ReadDocumentDefaults();
+  LoadBeamingOptions();
+  LoadDocumentOptions();
+  StemmingUseMetrics = FinaleVersion >= 2004 && DisplayTransposed;
+  InitializeHeader();
+  InitializeParts();
+  if (!MassEdit_.Progress(NumberOfStaves, 0, 0, -1)) {
+    // Cancelled at the first check: nothing has been written anywhere.
+    CloseEdit();
+    MassEdit_.EndEdit(true);
+    return;
+  }
+  InitializeFreezeMusic();
+  InitializeMeasures();
+  InitializeMeasureItems();
+  InitializeLocales();
+  for (int16_t part = 1; part <= NumberOfParts; ++part)
+    LoadPart(part);
+  CleanupInitialTempo();
+  AddNewLines(*document_);
+  root_ = document_->documentElement();
+  SaveDocument();
+  MassEdit_.EndEdit(false);
+  CloseEdit();
+}
+
+void ToXml::CloseEdit() {
+  if (editOpen_) FxCancelFinaleEdit();
+  editOpen_ = false;
+}
+
+void ToXml::InitializeXml(bool partwise) {
+  Guarded("ToXml InitializeXml error ", kInitializeXmlHandler, [&] {
+    document_ = xml::XmlDocument::Create();
+    document_->async = false;
+    document_->validateOnParse = false;
+    document_->resolveExternals = false;
+    document_->setProperty("SelectionLanguage", "XPath");
+    document_->preserveWhiteSpace = false;
+    document_->loadXML(DocumentTypeText(partwise, SystemIdentifier));
+    xml::ParseError error = document_->parseError();
+    if (error.errorCode != 0)
+      throw Failure(kInitializeXmlParse, std::string(kPlugInSource),
+                    ParseText("XML initialization parsing error:", error));
+  });
+}
+
+void ToXml::AddNewLines(xml::XmlDocument& document) {
+  Guarded("ToXml AddNewLines error ", kAddNewLinesHandler, [&] {
+    std::string text = document.xml();
+    std::string spaced;
+    spaced.reserve(text.size() + text.size() / 8);
+    for (size_t i = 0; i < text.size(); ++i) {
+      spaced += text[i];
+      if (text[i] == '>' && i + 1 < text.size() && text[i + 1] == '<') spaced += "\r\n";
+    }
+    document.loadXML(spaced);
+    xml::ParseError error = document.parseError();
+    if (error.errorCode != 0)
+      RaiseLogged(ParseText("AddNewLines XML parsing error:", error), kAddNewLinesParse);
+  });
+}
+
+void ToXml::ReadLayerPrefs() {
+  for (int16_t layer = 0; layer < 4; ++layer) {
+    // A layer the host keeps no preferences for keeps the defaults.
+    if (!LayerPrefs_[layer].Load(layer)) continue;
+    if (FinaleVersion >= 2002) {
+      LayerCue[layer] = !(LayerPrefs_[layer].Flag & LayerPrefs::kNoCue);
+      LayerNoSpacing[layer] = !(LayerPrefs_[layer].Flag & LayerPrefs::kKeepSpacing);
+    }
+  }
+}
+
+void ToXml::ReadDocumentDefaults() {
+  WedgeSpread = DefaultWedgeSpread();
+  InitialTempo = DefaultTempo();
+  // The kinds of lyric in the document and the music font come with the lyrics and fonts.
+  OnlyLyricType.clear();
+  EngraverFontSet = 0;
+  ExtractedPart = FtxExtractedPartIsUsed() != 0;
+}
+
+int16_t ToXml::DefaultTempo() {
+  return Guarded("ToXml DefaultTempo error ", kDefaultTempoHandler, [] {
+    Settings13 metronome;
+    Settings39 speed;
+    bool found = metronome.Load(kPreferences, 0);
+    found = speed.Load(kPreferences, 0) && found;
+    if (!found) return int16_t{0};
+    return static_cast<int16_t>(
+        RoundHalfEven(metronome.MetronomeBeat / 1024.0 * speed.MetronomeSpeed));
+  });
+}
+
+int16_t ToXml::DefaultWedgeSpread() {
+  return Guarded("ToXml DefaultWedgeSpread error ", kDefaultWedgeSpreadHandler, [] {
+    FieldInfo info;
+    if (!info.Load(kWedgeSpreadRow, 0)) return int16_t{0};
+    return static_cast<int16_t>(RoundHalfEven(info.Field1 / 2.4));
+  });
+}
+
+void ToXml::LoadBeamingOptions() {
+  Guarded("ToXml LoadBeamingOptions error ", kLoadBeamingOptionsHandler, [&] {
+    Settings41 beams;
+    BeamOption = beams.Load(kPreferences, 0) && (beams.BeamFlags & kBeamOptionBit);
+  });
+}
+
+void ToXml::LoadDocumentOptions() {
+  Guarded("ToXml LoadDocumentOptions error ", kLoadDocumentOptionsHandler, [&] {
+    Settings12 display;
+    if (display.Load(kPreferences, 0)) {
+      KeyCancelOutgoing = display.KeysigCancelOutgoing == 1;
+      KeyModeChange = display.KeysigModeChange == 1;
+      DisplayTransposed = display.DisplayTransposed == 1;
+    }
+    Settings44 grace;
+    GraceAlwaysSlash = grace.Load(kPreferences, 0) && grace.GraceAlwaysSlash == 1;
+  });
+}
+
+void ToXml::CheckProgress(int16_t increment, int16_t instrument, int16_t measure) {
+  if (!MassEdit_.Progress(increment, instrument, measure, -1))
+    throw Failure(kUserCancelled, std::string(kPlugInSource), "User cancelled");
+}
+
+void ToXml::InitializeHeader() {
+  Guarded("ToXml InitializeHeader error ", kInitializeHeaderHandler, [] {
+    // Identification and defaults join the tree here.
+  });
+}
+
+void ToXml::InitializeParts() {
+  Guarded("ToXml InitializeParts error ", kInitializePartsHandler, [&] {
+    // The part list: staves merged into parts, groups and instruments.
+    parts_.clear();
+    NumberOfParts = static_cast<int16_t>(parts_.size());
+  });
+}
+
+void ToXml::InitializeFreezeMusic() {
+  Guarded("ToXml InitializeFreezeMusic error ", kInitializeFreezeMusicHandler, [&] {
+    FreezeMusic frozen;
+    int16_t cmper = 0;
+    while (frozen.GetNext(cmper, 0)) {
+      if (frozen.Cmper() > NumberOfMeasures) break;
+      SystemBreaks[frozen.Cmper()] = true;
+      if (frozen.NextMeas > NumberOfMeasures) break;
+      if (frozen.NextMeas >= 1) SystemBreaks[frozen.NextMeas] = true;
+      cmper = frozen.Cmper();
+    }
+    // The first measure never starts a new system in the output.
+    if (NumberOfMeasures >= 1) SystemBreaks[1] = false;
+  });
+}
+
+void ToXml::InitializeMeasures() {
+  Guarded("ToXml InitializeMeasures error ", kInitializeMeasuresHandler, [&] {
+    for (int16_t measure = 1; measure <= NumberOfMeasures; ++measure) {
+      if (measure >= 2) CheckProgress(1, 0, 0);
+      // Each measure's skeleton joins every part here.
+    }
+    CheckProgress(1, 0, 0);
+  });
+}
+
+void ToXml::InitializeMeasureItems() {
+  Guarded("ToXml InitializeMeasureItems error ", kInitializeMeasureItemsHandler, [] {
+    // Shapes, expressions and texts of each staff slot are collected here.
+  });
+}
+
+void ToXml::InitializeLocales() {
+  Guarded("ToXml InitializeLocales error ", kInitializeLocalesHandler, [] {
+    // Font locales are read here; every font goes out without conversion.
+  });
+}
+
+void ToXml::LoadPart(int16_t partIndex) {
+  try {
+    Measure = 1;
+    MeasureNumber = "1";
+    LoadPartMeasures(partIndex);
+    ConvertDurations(partIndex);
+    PruneInstruments(partIndex);
+  } catch (...) {
+    // The failure gets the place in the score where it happened.
+    Failure failure = CurrentFailure();
+    Register(failure);
+    std::string where = FormatResString(157, {std::to_string(partIndex), MeasureNumber});
+    if (!failure.IsOwn()) throw Failure(kLoadPartForeign, std::string(kPlugInSource), where);
+    if (failure.Description == kInternalError) failure.Description = where;
+    throw failure;
+  }
+}
+
+void ToXml::LoadPartMeasures(int16_t partIndex) {
+  const PartRun& part = parts_.at(partIndex - 1);
+  for (int16_t measure = 1; measure <= NumberOfMeasures; ++measure) {
+    Measure = measure;
+    MeasureNumber = std::to_string(measure);
+    LoadMeasure(partIndex);
+    CheckProgress(part.Staves, part.StartStaff, measure);
+  }
+}
+
+void ToXml::LoadMeasure(int16_t) {
+  Guarded("ToXml LoadMeasure error ", kLoadMeasureHandler, [] {
+    // The content of one measure of one part joins the tree here.
+  });
+}
+
+void ToXml::ConvertDurations(int16_t) {
+  Guarded("ToXml ConvertDurations error ", kConvertDurationsHandler, [] {});
+}
+
+void ToXml::PruneInstruments(int16_t) {
+  Guarded("ToXml PruneInstruments error ", kPruneInstrumentsHandler, [] {});
+}
+
+void ToXml::CleanupInitialTempo() {
+  Guarded("ToXml CleanupInitialTempo error ", kCleanupInitialTempoHandler, [] {
+    // The tempo of the first measure is repaired here.
+  });
+}
+
+void ToXml::SaveDocument() { document_->save(FileName); }
+
+} // namespace ostin

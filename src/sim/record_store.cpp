@@ -1,0 +1,142 @@
+#include "sim/record_store.h"
+
+#include <cstring>
+#include <stdexcept>
+
+#include "sim/host.h"
+
+namespace ostin::sim {
+
+namespace {
+Document& Doc() { return Host::Instance().Doc(); }
+
+// What the host does after a record is deleted, by record type.
+void AfterDelete(const RecordShape& shape, RecordTable& table, RecordKey key) {
+  // Deleting an entry of a staff list moves the entries behind it up by one.
+  if (shape.Class != "InstrumentUsed") return;
+  auto it = table.Rows.upper_bound(key);
+  while (it != table.Rows.end() && it->first.Cmper == key.Cmper) {
+    RecordKey up{key.Cmper, static_cast<int16_t>(it->first.Inci - 1)};
+    StoredRecord moved = std::move(it->second);
+    it = table.Rows.erase(it);
+    table.Rows.emplace(up, std::move(moved));
+  }
+}
+
+void ReadSlot(const Slot& slot, const FieldValue& value) {
+  switch (slot.Type) {
+  case Slot::Kind::Short:
+    *static_cast<int16_t*>(slot.Ptr) = static_cast<int16_t>(value.Numbers.at(slot.Index));
+    break;
+  case Slot::Kind::Long:
+    *static_cast<int32_t*>(slot.Ptr) = value.Numbers.at(slot.Index);
+    break;
+  case Slot::Kind::Text:
+    *static_cast<std::string*>(slot.Ptr) = value.Text;
+    break;
+  case Slot::Kind::Block: {
+    int16_t* out = static_cast<int16_t*>(slot.Ptr);
+    for (size_t i = 0; i < value.Numbers.size(); ++i)
+      out[i] = static_cast<int16_t>(value.Numbers[i]);
+    break;
+  }
+  }
+}
+
+void WriteSlot(const Slot& slot, FieldValue& value) {
+  switch (slot.Type) {
+  case Slot::Kind::Short:
+    value.Numbers.at(slot.Index) = *static_cast<const int16_t*>(slot.Ptr);
+    break;
+  case Slot::Kind::Long:
+    value.Numbers.at(slot.Index) = *static_cast<const int32_t*>(slot.Ptr);
+    break;
+  case Slot::Kind::Text:
+    value.Text = *static_cast<const std::string*>(slot.Ptr);
+    break;
+  case Slot::Kind::Block: {
+    const int16_t* in = static_cast<const int16_t*>(slot.Ptr);
+    for (size_t i = 0; i < value.Numbers.size(); ++i)
+      value.Numbers[i] = in[i];
+    break;
+  }
+  }
+}
+
+int FieldOf(const RecordShape& shape, const Slot& slot) {
+  int index = shape.FieldIndex(slot.Name);
+  if (index < 0) throw std::logic_error("record " + shape.Class + " has no field " + slot.Name);
+  return index;
+}
+
+void Fill(const RecordShape& shape, const StoredRecord& record, Slots slots) {
+  for (const Slot& slot : slots)
+    ReadSlot(slot, record[FieldOf(shape, slot)]);
+}
+
+int32_t NextFreeCmper(const RecordTable& table) {
+  int32_t highest = 0;
+  for (const auto& [key, record] : table.Rows)
+    highest = std::max(highest, key.Cmper);
+  return highest + 1;
+}
+
+int16_t NextFreeInci(const RecordTable& table, int32_t cmper) {
+  auto it = table.Rows.lower_bound(RecordKey{cmper + 1, INT16_MIN});
+  if (it == table.Rows.begin()) return 0;
+  --it;
+  return it->first.Cmper == cmper ? static_cast<int16_t>(it->first.Inci + 1) : 0;
+}
+} // namespace
+
+const RecordShape& ShapeOf(const char* className) {
+  const RecordShape* shape = FindRecordShape(className);
+  if (!shape) throw std::logic_error(std::string("no record shape ") + className);
+  return *shape;
+}
+
+int16_t CreateRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci) {
+  RecordTable& table = Doc().Table(shape);
+  if (cmper == -1) cmper = NextFreeCmper(table);
+  if (inci == -1) inci = NextFreeInci(table, cmper);
+  table.Rows.try_emplace(RecordKey{cmper, inci}, Doc().NewRecord(shape));
+  return 1;
+}
+
+int16_t LoadRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots) {
+  const RecordTable* table = Doc().FindTable(shape.Class);
+  if (!table) return 0;
+  auto it = table->Rows.find(RecordKey{cmper, inci});
+  if (it == table->Rows.end()) return 0;
+  Fill(shape, it->second, slots);
+  return 1;
+}
+
+int16_t SaveRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots) {
+  RecordTable& table = Doc().Table(shape);
+  auto [it, added] = table.Rows.try_emplace(RecordKey{cmper, inci}, Doc().NewRecord(shape));
+  for (const Slot& slot : slots)
+    WriteSlot(slot, it->second[FieldOf(shape, slot)]);
+  return 1;
+}
+
+int16_t NextRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci, Slots slots) {
+  const RecordTable* table = Doc().FindTable(shape.Class);
+  if (!table) return 0;
+  auto it = table->Rows.upper_bound(RecordKey{cmper, inci});
+  if (it == table->Rows.end()) return 0;
+  cmper = it->first.Cmper;
+  inci = it->first.Inci;
+  Fill(shape, it->second, slots);
+  return 1;
+}
+
+int16_t DeleteRecord(const RecordShape& shape, int32_t cmper, int16_t inci) {
+  RecordTable& table = Doc().Table(shape);
+  RecordKey key{cmper, inci};
+  if (table.Rows.erase(key) == 0) return 0;
+  AfterDelete(shape, table, key);
+  return 1;
+}
+
+} // namespace ostin::sim

@@ -1,0 +1,50 @@
+#pragma once
+// The record calls of the bridge over the open document: one generic operation per
+// verb, given the record's shape and one slot per argument of the call.
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+
+#include "sim/record_catalog.h"
+
+namespace ostin::sim {
+
+// One argument of a record call: a value, one element of a block, a text or a whole block.
+struct Slot {
+  enum class Kind { Short, Long, Text, Block };
+  const char* Name;
+  int Index; // element of a block passed element by element
+  Kind Type;
+  void* Ptr;
+
+  static Slot Value(const char* name, int index, int16_t* p) {
+    return {name, index, Kind::Short, p};
+  }
+  static Slot Value(const char* name, int index, int32_t* p) {
+    return {name, index, Kind::Long, p};
+  }
+  static Slot Text(const char* name, std::string* p) { return {name, 0, Kind::Text, p}; }
+  // Save calls only read from their slots.
+  static Slot Text(const char* name, const std::string* p) {
+    return {name, 0, Kind::Text, const_cast<std::string*>(p)};
+  }
+  static Slot Block(const char* name, int16_t* p) { return {name, 0, Kind::Block, p}; }
+  static Slot Block(const char* name, const int16_t* p) {
+    return {name, 0, Kind::Block, const_cast<int16_t*>(p)};
+  }
+};
+
+using Slots = std::initializer_list<Slot>;
+
+// Create: -1 as Cmper or Inci takes the next free number and writes it back.
+int16_t CreateRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci);
+int16_t LoadRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots);
+int16_t SaveRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots);
+// Next: the first record after the key; rewrites the key.
+int16_t NextRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci, Slots slots);
+int16_t DeleteRecord(const RecordShape& shape, int32_t cmper, int16_t inci);
+
+// The shape of a record class the bridge serves; the class must exist.
+const RecordShape& ShapeOf(const char* className);
+
+} // namespace ostin::sim

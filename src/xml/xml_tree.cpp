@@ -1,0 +1,207 @@
+#include "xml/xml_tree.h"
+
+#include <memory>
+#include <vector>
+
+namespace ostin::xml::detail {
+
+namespace {
+
+constexpr const char* kLineEnd = "\r\n";
+
+const char* Chars(const xmlChar* text) {
+  return text ? reinterpret_cast<const char*>(text) : "";
+}
+
+void AppendEscaped(std::string& out, const xmlChar* text, bool attribute) {
+  for (const char* c = Chars(text); *c; ++c) {
+    if (*c == '&') {
+      out += "&amp;";
+    } else if (*c == '<') {
+      out += "&lt;";
+    } else if (*c == '>' && !attribute) {
+      out += "&gt;";
+    } else if (*c == '"' && attribute) {
+      out += "&quot;";
+    } else {
+      out += *c;
+    }
+  }
+}
+
+void AppendText(std::string& out, const xmlNode* node) {
+  if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE) {
+    out += Chars(node->content);
+    return;
+  }
+  if (!ShowsChildren(node)) return;
+  for (const xmlNode* child = node->children; child; child = child->next) {
+    AppendText(out, child);
+  }
+}
+
+void WriteAttribute(std::string& out, const xmlNode* attr) {
+  out += QualifiedName(attr);
+  out += "=\"";
+  for (const xmlNode* child = attr->children; child; child = child->next) {
+    AppendEscaped(out, child->content, true);
+  }
+  out += '"';
+}
+
+void WriteNamespaces(std::string& out, const xmlNs* ns) {
+  for (; ns; ns = ns->next) {
+    out += ns->prefix ? std::string(" xmlns:") + Chars(ns->prefix) : std::string(" xmlns");
+    out += "=\"";
+    AppendEscaped(out, ns->href, true);
+    out += '"';
+  }
+}
+
+void Write(std::string& out, const Tree& tree, const xmlNode* node);
+
+void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
+  const std::string name = QualifiedName(element);
+  out += '<';
+  out += name;
+  WriteNamespaces(out, element->nsDef);
+  for (const xmlAttr* attr = element->properties; attr; attr = attr->next) {
+    out += ' ';
+    WriteAttribute(out, reinterpret_cast<const xmlNode*>(attr));
+  }
+  if (!element->children) {
+    out += "/>";
+    return;
+  }
+  out += '>';
+  for (const xmlNode* child = element->children; child; child = child->next) {
+    Write(out, tree, child);
+  }
+  out += "</";
+  out += name;
+  out += '>';
+}
+
+// A doctype the loaded text did not give, in libxml2's own form.
+void WriteDumpedDoctype(std::string& out, const xmlNode* node) {
+  std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), xmlBufferFree);
+  xmlNodeDump(buffer.get(), node->doc, const_cast<xmlNode*>(node), 0, 0);
+  out += Chars(xmlBufferContent(buffer.get()));
+}
+
+void WriteDocument(std::string& out, const Tree& tree, const xmlNode* document) {
+  if (!document->children) return;
+  if (!tree.declaration.empty()) out += tree.declaration + kLineEnd;
+  for (const xmlNode* child = document->children; child; child = child->next) {
+    Write(out, tree, child);
+    out += kLineEnd;
+  }
+}
+
+void Write(std::string& out, const Tree& tree, const xmlNode* node) {
+  switch (node->type) {
+  case XML_ELEMENT_NODE:
+    return WriteElement(out, tree, node);
+  case XML_TEXT_NODE:
+    return AppendEscaped(out, node->content, false);
+  case XML_CDATA_SECTION_NODE:
+    out += "<![CDATA[";
+    out += Chars(node->content);
+    out += "]]>";
+    return;
+  case XML_COMMENT_NODE:
+    out += "<!--";
+    out += Chars(node->content);
+    out += "-->";
+    return;
+  case XML_PI_NODE:
+    out += "<?";
+    out += Chars(node->name);
+    if (node->content && *node->content) out += std::string(" ") + Chars(node->content);
+    out += "?>";
+    return;
+  case XML_ENTITY_REF_NODE:
+    out += '&';
+    out += Chars(node->name);
+    out += ';';
+    return;
+  case XML_ATTRIBUTE_NODE:
+    return WriteAttribute(out, node);
+  case XML_DTD_NODE:
+    if (node == tree.doctype) {
+      out += tree.doctypeText;
+    } else {
+      WriteDumpedDoctype(out, node);
+    }
+    return;
+  case XML_DOCUMENT_NODE:
+  case XML_DOCUMENT_FRAG_NODE:
+    return WriteDocument(out, tree, node);
+  default:
+    return;
+  }
+}
+
+} // namespace
+
+Tree::~Tree() {
+  // Only the roots of detached subtrees are freed; the rest go with their root or the document.
+  std::vector<xmlNodePtr> roots;
+  for (xmlNodePtr node : detached) {
+    if (!node->parent) roots.push_back(node);
+  }
+  for (xmlNodePtr root : roots)
+    xmlFreeNode(root);
+  xmlFreeDoc(doc);
+}
+
+bool ShowsChildren(const xmlNode* node) {
+  return node->type == XML_ELEMENT_NODE || node->type == XML_DOCUMENT_NODE ||
+         node->type == XML_ATTRIBUTE_NODE || node->type == XML_DOCUMENT_FRAG_NODE;
+}
+
+std::string QualifiedName(const xmlNode* node) {
+  const bool prefixed = (node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE) &&
+                        node->ns && node->ns->prefix;
+  std::string name = prefixed ? std::string(Chars(node->ns->prefix)) + ':' : std::string();
+  return name + Chars(node->name);
+}
+
+std::string TextOf(const xmlNode* node) {
+  if (node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE) return Chars(node->content);
+  std::string text;
+  AppendText(text, node);
+  return text;
+}
+
+void Link(xmlNodePtr parent, xmlNodePtr node, xmlNodePtr before) {
+  node->parent = parent;
+  node->next = before;
+  node->prev = before ? before->prev : parent->last;
+  if (node->prev) {
+    node->prev->next = node;
+  } else {
+    parent->children = node;
+  }
+  if (before) {
+    before->prev = node;
+  } else {
+    parent->last = node;
+  }
+}
+
+void ForgetOrder(xmlNodePtr node) {
+  if (node->type != XML_ELEMENT_NODE) return;
+  node->content = nullptr;
+  for (xmlNodePtr child = node->children; child; child = child->next)
+    ForgetOrder(child);
+}
+
+std::string Serialize(const Tree& tree, const xmlNode* node) {
+  std::string out;
+  if (node->type == XML_DOCUMENT_NODE) out.reserve(tree.sizeHint + tree.sizeHint / 8);
+  Write(out, tree, node);
+  return out;
+}
+
+} // namespace ostin::xml::detail

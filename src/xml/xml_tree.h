@@ -1,0 +1,42 @@
+#pragma once
+// The libxml2 document behind every node handle, and the tree operations the service shares.
+#include <libxml/tree.h>
+
+#include <cstddef>
+#include <string>
+#include <unordered_set>
+
+namespace ostin::xml::detail {
+
+// One libxml2 document with every node cut loose from it; all of them are freed together.
+struct Tree {
+  explicit Tree(xmlDocPtr document) : doc(document) {}
+  ~Tree();
+  Tree(const Tree&) = delete;
+  Tree& operator=(const Tree&) = delete;
+
+  // Holds a node that is outside the tree (created, cloned or removed) until the tree dies.
+  void Keep(xmlNodePtr node) { detached.insert(node); }
+
+  xmlDocPtr doc;
+  std::string declaration;          // the XML declaration as written in the loaded text
+  std::string doctypeText;          // the DOCTYPE declaration as written in the loaded text
+  const xmlNode* doctype = nullptr; // the node doctypeText stands for
+  std::size_t sizeHint = 0;         // the loaded text's length, to reserve when serialising
+  std::unordered_set<xmlNodePtr> detached;
+};
+
+// Whether the node's children are shown (a doctype's declarations and entity contents are not).
+bool ShowsChildren(const xmlNode* node);
+// The name with its namespace prefix, as written.
+std::string QualifiedName(const xmlNode* node);
+// The text of the node and all its descendants.
+std::string TextOf(const xmlNode* node);
+// Puts a detached node under parent, before `before` (at the end when null), never merging text.
+void Link(xmlNodePtr parent, xmlNodePtr node, xmlNodePtr before);
+// Drops the XPath document-order numbers of a subtree that has moved.
+void ForgetOrder(xmlNodePtr node);
+// The node in the service's serialised form.
+std::string Serialize(const Tree& tree, const xmlNode* node);
+
+} // namespace ostin::xml::detail

@@ -1,0 +1,55 @@
+#pragma once
+// A scratch folder and a document loader shared by the XML service tests.
+#include "xml/xml_document.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+namespace ostin::xml::testing {
+
+// A fresh folder under the system's temporary folder, removed with everything in it.
+class TempFolder {
+public:
+  TempFolder() {
+    path_ = std::filesystem::temp_directory_path() /
+            ("ostin-xml-" + std::to_string(std::random_device{}()));
+    std::filesystem::create_directories(path_);
+  }
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  std::string Write(const std::string& name, const std::string& content) const {
+    const std::filesystem::path file = path_ / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+    return file.string();
+  }
+  static std::string Read(const std::string& file) {
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+  }
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+
+private:
+  std::filesystem::path path_;
+};
+
+// A document with the settings given, after loadXML of text (which must succeed).
+inline std::shared_ptr<XmlDocument> Loaded(const std::string& text, bool preserveWhiteSpace = false,
+                                           bool resolveExternals = false) {
+  auto doc = XmlDocument::Create();
+  doc->preserveWhiteSpace = preserveWhiteSpace;
+  doc->resolveExternals = resolveExternals;
+  EXPECT_TRUE(doc->loadXML(text)) << doc->parseError().reason;
+  return doc;
+}
+
+} // namespace ostin::xml::testing
