@@ -191,14 +191,16 @@ void StartPlugIn(ostin::FinalePlugIn& plugin) {
 // Runs one menu command of the plug-in with the user at the terminal.
 int RunCommand(int16_t command, const std::string& fileName, bool yes) {
   Host& host = Host::Instance();
-  ostin::cli::TerminalUser user(
-      {std::filesystem::absolute(fileName).lexically_normal().string(), yes,
-       WindowTitle(host.Doc(), host.Version())});
+  ostin::cli::TerminalUser user({std::filesystem::absolute(fileName).lexically_normal().string(),
+                                 yes, WindowTitle(host.Doc(), host.Version())});
   ostin::platform::SetWindows(&user);
   ProgressBar bar;
   if (isatty(STDERR_FILENO))
     host.ProgressListener = [&bar](int64_t done, int64_t total) { bar.Draw(done, total); };
   std::signal(SIGINT, OnInterrupt);
+  // Tests stand for a user who presses Ctrl-C at the n-th progress step.
+  if (const char* at = std::getenv("OSTIN_TEST_CANCEL_AT"))
+    host.CancelAtProgressCall = std::atoi(at);
   try {
     ostin::cli::PlugInLibrary library(ostin::cli::PlugInLibrary::DefaultPath());
     std::unique_ptr<ostin::FinalePlugIn> plugin = library.CreateObject();

@@ -58,9 +58,13 @@ std::optional<std::string> TerminalUser::ShowFileDialog(const platform::FileDial
   return answers_.FileName;
 }
 
-platform::Rect TerminalUser::GetWindowRect(int32_t) { return {0, 0, 1280, 800}; }
+platform::Rect TerminalUser::GetWindowRect(int32_t) {
+  return {0, 0, 1280, 800};
+}
 
-std::string TerminalUser::GetWindowText(int32_t) { return answers_.WindowTitle; }
+std::string TerminalUser::GetWindowText(int32_t) {
+  return answers_.WindowTitle;
+}
 
 int TerminalUser::ShellExecute(int32_t, const std::string&, const std::string& file) {
   std::cerr << "ostin: open " << file << std::endl;

@@ -43,7 +43,9 @@ constexpr int16_t kWedgeSpreadRow = 11;
 constexpr int16_t kPreferences = -2;
 
 // Nearest integer, halves to even.
-int32_t RoundHalfEven(double value) { return static_cast<int32_t>(std::nearbyint(value)); }
+int32_t RoundHalfEven(double value) {
+  return static_cast<int32_t>(std::nearbyint(value));
+}
 
 std::string ParseText(const char* head, const xml::ParseError& error) {
   return std::string(head) + "\r" + error.reason + "\r" + error.url + "\rLine " +
@@ -57,11 +59,20 @@ std::string ToXml::DocumentTypeText(bool partwise, const std::string& systemIden
   std::string title = partwise ? "Partwise" : "Timewise";
   std::string prefix = systemIdentifier.empty() ? "//C:/musicxml/" : "//" + systemIdentifier;
   return "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
-         "<!DOCTYPE score-" + kind + " PUBLIC \r\n"
-         "\t\"-//Calvimora//DTD MusicXML 0.7b " + title + "//EN\"\r\n"
-         "\t\"" + prefix + kind + ".dtd\">\r\n"
-         "<score-" + kind + ">\r\n"
-         "</score-" + kind + ">\r\n";
+         "<!DOCTYPE score-" +
+         kind +
+         " PUBLIC \r\n"
+         "\t\"-//Calvimora//DTD MusicXML 0.7b " +
+         title +
+         "//EN\"\r\n"
+         "\t\"" +
+         prefix + kind +
+         ".dtd\">\r\n"
+         "<score-" +
+         kind +
+         ">\r\n"
+         "</score-" +
+         kind + ">\r\n";
 }
 
 bool ToXml::Invoke(int32_t, int32_t) {
@@ -154,6 +165,8 @@ void ToXml::AddNewLines(xml::XmlDocument& document) {
       spaced += text[i];
       if (text[i] == '>' && i + 1 < text.size() && text[i + 1] == '<') spaced += "\r\n";
     }
+    // The reloaded tree keeps the line breaks as text, so that the saved file has them.
+    document.preserveWhiteSpace = true;
     document.loadXML(spaced);
     xml::ParseError error = document.parseError();
     if (error.errorCode != 0)
@@ -326,6 +339,8 @@ void ToXml::CleanupInitialTempo() {
   });
 }
 
-void ToXml::SaveDocument() { document_->save(FileName); }
+void ToXml::SaveDocument() {
+  document_->save(FileName);
+}
 
 } // namespace ostin

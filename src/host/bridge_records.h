@@ -15,7 +15,7 @@
 #define OSTIN_DECL(op, C, B, K, S) OSTIN_DECL_##op(C, B, K, S)
 
 #define OSTIN_DECLARE_PLAIN(C, B, K, S, ops) OSTIN_OPS(ops, OSTIN_DECL, C, B, K, S)
-#define OSTIN_DECLARE_VARIANT(C, B, K, S, P, Y, ops)                                             \
+#define OSTIN_DECLARE_VARIANT(C, B, K, S, P, Y, ops)                                               \
   OSTIN_OPS(ops, OSTIN_DECL, C, B, K, P) OSTIN_OPS(ops, OSTIN_DECL, C, OSTIN_CAT(B, Y), K, S)
 
 OSTIN_PLAIN_RECORDS(OSTIN_DECLARE_PLAIN)
@@ -23,4 +23,3 @@ OSTIN_VARIANT_RECORDS(OSTIN_DECLARE_VARIANT)
 
 // Layer preferences: one read-only record per layer.
 int16_t LoadLayerPrefs(int16_t number, int16_t* Restoffset, int16_t* Flag);
-

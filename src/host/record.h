@@ -34,7 +34,9 @@ private:
   std::string bytes_;
 };
 
-inline std::string ToHostText(const std::string& text) { return Utf8ToHost(text); }
+inline std::string ToHostText(const std::string& text) {
+  return Utf8ToHost(text);
+}
 
 template <class Traits> class Record : public Traits::Fields {
 public:
@@ -83,8 +85,8 @@ public:
 
   // False when no record follows the key.
   [[nodiscard]] bool GetNext(Key cmper, int16_t inci) {
-    return Guarded(std::string("Finale GetNext") + Traits::kClass + " error ",
-                   Places().NextHandler, [&] {
+    return Guarded(std::string("Finale GetNext") + Traits::kClass + " error ", Places().NextHandler,
+                   [&] {
                      cmper_ = cmper;
                      inci_ = inci;
                      return Traits::Next(Variant(), &cmper_, &inci_, AsFields()) != 0;
@@ -94,8 +96,7 @@ public:
   void Delete() {
     Guarded(Text("Delete"), Places().DeleteHandler, [&] {
       if (!Traits::Delete(Variant(), cmper_, inci_))
-        RaiseLogged("Finale deletion of " + Name() + " " + KeyText(cmper_, inci_),
-                    Places().Delete);
+        RaiseLogged("Finale deletion of " + Name() + " " + KeyText(cmper_, inci_), Places().Delete);
     });
   }
 
@@ -107,7 +108,9 @@ protected:
 
 private:
   Fields& AsFields() { return *this; }
-  bool Variant() const { return Traits::kVariantYear != 0 && FinaleVersion >= Traits::kVariantYear; }
+  bool Variant() const {
+    return Traits::kVariantYear != 0 && FinaleVersion >= Traits::kVariantYear;
+  }
   std::string Name() const {
     return Variant() ? std::string(Traits::kClass) + std::to_string(Traits::kVariantYear)
                      : std::string(Traits::kClass);

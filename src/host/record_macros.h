@@ -17,7 +17,7 @@
 #define OSTIN_REPEAT_6(M, name) OSTIN_REPEAT_5(M, name) M(name, 6)
 #define OSTIN_REPEAT_7(M, name) OSTIN_REPEAT_6(M, name) M(name, 7)
 #define OSTIN_REPEAT_8(M, name) OSTIN_REPEAT_7(M, name) M(name, 8)
-#define OSTIN_REPEAT_12(M, name)                                                                 \
+#define OSTIN_REPEAT_12(M, name)                                                                   \
   OSTIN_REPEAT_8(M, name) M(name, 9) M(name, 10) M(name, 11) M(name, 12)
 #define OSTIN_REPEAT(n, M, name) OSTIN_REPEAT_##n(M, name)
 
@@ -31,21 +31,21 @@
 
 // Pointer parameters (Load, Next).
 #define OSTIN_PTR_PARAM(kind, name, n) OSTIN_PTR_PARAM_##kind(name, n)
-#define OSTIN_PTR_PARAM_I16(name, n) , int16_t *name
-#define OSTIN_PTR_PARAM_I32(name, n) , int32_t *name
-#define OSTIN_PTR_PARAM_TXT(name, n) , std::string *name
-#define OSTIN_PTR_PARAM_P16(name, n) , int16_t *name
+#define OSTIN_PTR_PARAM_I16(name, n) , int16_t* name
+#define OSTIN_PTR_PARAM_I32(name, n) , int32_t* name
+#define OSTIN_PTR_PARAM_TXT(name, n) , std::string* name
+#define OSTIN_PTR_PARAM_P16(name, n) , int16_t* name
 #define OSTIN_PTR_PARAM_B16(name, n) OSTIN_REPEAT(n, OSTIN_PTR_ELEM16, name)
 #define OSTIN_PTR_PARAM_B32(name, n) OSTIN_REPEAT(n, OSTIN_PTR_ELEM32, name)
-#define OSTIN_PTR_ELEM16(name, k) , int16_t *name##_##k
-#define OSTIN_PTR_ELEM32(name, k) , int32_t *name##_##k
+#define OSTIN_PTR_ELEM16(name, k) , int16_t* name##_##k
+#define OSTIN_PTR_ELEM32(name, k) , int32_t* name##_##k
 
 // Value parameters (Save).
 #define OSTIN_VAL_PARAM(kind, name, n) OSTIN_VAL_PARAM_##kind(name, n)
 #define OSTIN_VAL_PARAM_I16(name, n) , int16_t name
 #define OSTIN_VAL_PARAM_I32(name, n) , int32_t name
-#define OSTIN_VAL_PARAM_TXT(name, n) , const std::string &name
-#define OSTIN_VAL_PARAM_P16(name, n) , const int16_t *name
+#define OSTIN_VAL_PARAM_TXT(name, n) , const std::string& name
+#define OSTIN_VAL_PARAM_P16(name, n) , const int16_t* name
 #define OSTIN_VAL_PARAM_B16(name, n) OSTIN_REPEAT(n, OSTIN_VAL_ELEM16, name)
 #define OSTIN_VAL_PARAM_B32(name, n) OSTIN_REPEAT(n, OSTIN_VAL_ELEM32, name)
 #define OSTIN_VAL_ELEM16(name, k) , int16_t name##_##k
@@ -81,8 +81,7 @@
 #define OSTIN_VAL_ARG_ELEM(name, k) , f.name[k - 1]
 
 // The field list of a shape as the stand-in's storage describes it.
-#define OSTIN_FIELD_SHAPE(kind, name, n)                                                         \
-  ::ostin::FieldShape{#name, ::ostin::FieldKind::kind, n},
+#define OSTIN_FIELD_SHAPE(kind, name, n) ::ostin::FieldShape{#name, ::ostin::FieldKind::kind, n},
 
 // Slots of a stand-in call, one per argument, from the call's parameters.
 #define OSTIN_SLOT(kind, name, n) OSTIN_SLOT_##kind(name, n)

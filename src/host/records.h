@@ -4,7 +4,7 @@
 
 namespace ostin {
 
-#define OSTIN_PLAIN_CLASS(C, B, K, S, ops)                                                       \
+#define OSTIN_PLAIN_CLASS(C, B, K, S, ops)                                                         \
   class C : public Record<C##Traits> {};
 
 OSTIN_PLAIN_RECORDS(OSTIN_PLAIN_CLASS)

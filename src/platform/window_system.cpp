@@ -25,7 +25,9 @@ WindowSystem*& Current() {
 }
 } // namespace
 
-WindowSystem& Windows() { return *Current(); }
+WindowSystem& Windows() {
+  return *Current();
+}
 
 void SetWindows(WindowSystem* windows) {
   static AbsentUser absent;

@@ -40,8 +40,12 @@ std::string OneLine(const std::string& text) {
 }
 } // namespace
 
-void SetLogPath(const std::string& path) { State().path = path; }
-const std::string& LogPath() { return State().path; }
+void SetLogPath(const std::string& path) {
+  State().path = path;
+}
+const std::string& LogPath() {
+  return State().path;
+}
 
 void WriteLog(const std::string& text) noexcept {
   try {
@@ -58,6 +62,8 @@ void WriteLog(const std::string& text) noexcept {
   }
 }
 
-void ResetLogForTests() { State() = LogState{}; }
+void ResetLogForTests() {
+  State() = LogState{};
+}
 
 } // namespace ostin

@@ -14,7 +14,9 @@ inline constexpr std::string_view kInternalError = "MusicXML internal error";
 inline constexpr int32_t kObjectErrorBase = static_cast<int32_t>(0x80040000u);
 
 // Number from a hexadecimal failure code such as 0x8004031B.
-constexpr int32_t Code(uint32_t hex) { return static_cast<int32_t>(hex); }
+constexpr int32_t Code(uint32_t hex) {
+  return static_cast<int32_t>(hex);
+}
 
 class Failure : public std::exception {
 public:

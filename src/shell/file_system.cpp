@@ -20,7 +20,9 @@ FileSystemObject::FileSystemObject() {
                   "ActiveX component can't create object");
 }
 
-void FileSystemObject::SetAvailableForTests(bool available) { Available() = available; }
+void FileSystemObject::SetAvailableForTests(bool available) {
+  Available() = available;
+}
 
 std::string FileSystemObject::BuildPath(const std::string& path, const std::string& name) const {
   if (path.empty()) return name;

@@ -32,7 +32,8 @@ void ShowFailure(int32_t ownNumber) {
   Failure failure = CurrentFailure();
   Register(failure);
   if (Err().ErrNumber != 0)
-    Err().ErrNumber = static_cast<int32_t>(static_cast<int64_t>(Err().ErrNumber) - kObjectErrorBase);
+    Err().ErrNumber =
+        static_cast<int32_t>(static_cast<int64_t>(Err().ErrNumber) - kObjectErrorBase);
   std::string text;
   if (failure.IsOwn()) {
     text = FormatResString(151, {std::to_string(Err().ErrNumber)}) + "\r\n" + failure.Description;
@@ -78,9 +79,13 @@ FinaleMusicXML::FinaleMusicXML()
   ++instances;
 }
 
-FinaleMusicXML::~FinaleMusicXML() { --instances; }
+FinaleMusicXML::~FinaleMusicXML() {
+  --instances;
+}
 
-int FinaleMusicXML::Instances() { return instances; }
+int FinaleMusicXML::Instances() {
+  return instances;
+}
 
 bool FinaleMusicXML::FinalePlugIn_Enumerate(int32_t newHwnd, int16_t Index, std::string& MenuItem,
                                             std::string& MessageString, std::string& UndoString,
@@ -226,9 +231,15 @@ int32_t DllGetClassObject(const char* className, ostin::FinalePlugIn** object) {
   return kSOk;
 }
 
-int32_t DllCanUnloadNow() { return ostin::FinaleMusicXML::Instances() == 0 ? kSOk : kSFalse; }
+int32_t DllCanUnloadNow() {
+  return ostin::FinaleMusicXML::Instances() == 0 ? kSOk : kSFalse;
+}
 
 // The host finds the class through DllGetClassObject: there is nothing to record.
-int32_t DllRegisterServer() { return kSOk; }
-int32_t DllUnregisterServer() { return kSOk; }
+int32_t DllRegisterServer() {
+  return kSOk;
+}
+int32_t DllUnregisterServer() {
+  return kSOk;
+}
 }

@@ -17,37 +17,44 @@ template <class K> struct WideKey {
 } // namespace
 
 #define OSTIN_SHAPE_OF(C) static const ostin::sim::RecordShape& shape = ostin::sim::ShapeOf(#C)
+#define OSTIN_FAULT_POINT(name)                                                                    \
+  if (Host::Instance().Refuses(name)) return 0
 
-#define OSTIN_DEF_CREATE(C, B, K, S)                                                             \
-  int16_t Create##B(OSTIN_KEYP_##K) {                                                            \
-    OSTIN_SHAPE_OF(C);                                                                           \
-    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                       \
-    return ostin::sim::CreateRecord(shape, key.wide, *inci);                                     \
+#define OSTIN_DEF_CREATE(C, B, K, S)                                                               \
+  int16_t Create##B(OSTIN_KEYP_##K) {                                                              \
+    OSTIN_FAULT_POINT("Create" #B);                                                                \
+    OSTIN_SHAPE_OF(C);                                                                             \
+    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                         \
+    return ostin::sim::CreateRecord(shape, key.wide, *inci);                                       \
   }
-#define OSTIN_DEF_LOAD(C, B, K, S)                                                               \
-  int16_t Load##B(OSTIN_KEYV_##K S(OSTIN_PTR_PARAM)) {                                           \
-    OSTIN_SHAPE_OF(C);                                                                           \
-    return ostin::sim::LoadRecord(shape, cmper, inci, {S(OSTIN_SLOT)});                          \
+#define OSTIN_DEF_LOAD(C, B, K, S)                                                                 \
+  int16_t Load##B(OSTIN_KEYV_##K S(OSTIN_PTR_PARAM)) {                                             \
+    OSTIN_FAULT_POINT("Load" #B);                                                                  \
+    OSTIN_SHAPE_OF(C);                                                                             \
+    return ostin::sim::LoadRecord(shape, cmper, inci, {S(OSTIN_SLOT)});                            \
   }
-#define OSTIN_DEF_SAVE(C, B, K, S)                                                               \
-  int16_t Save##B(OSTIN_KEYV_##K S(OSTIN_VAL_PARAM)) {                                           \
-    OSTIN_SHAPE_OF(C);                                                                           \
-    return ostin::sim::SaveRecord(shape, cmper, inci, {S(OSTIN_VSLOT)});                         \
+#define OSTIN_DEF_SAVE(C, B, K, S)                                                                 \
+  int16_t Save##B(OSTIN_KEYV_##K S(OSTIN_VAL_PARAM)) {                                             \
+    OSTIN_FAULT_POINT("Save" #B);                                                                  \
+    OSTIN_SHAPE_OF(C);                                                                             \
+    return ostin::sim::SaveRecord(shape, cmper, inci, {S(OSTIN_VSLOT)});                           \
   }
-#define OSTIN_DEF_NEXT(C, B, K, S)                                                               \
-  int16_t Next##B(OSTIN_KEYP_##K S(OSTIN_PTR_PARAM)) {                                           \
-    OSTIN_SHAPE_OF(C);                                                                           \
-    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                       \
-    return ostin::sim::NextRecord(shape, key.wide, *inci, {S(OSTIN_SLOT)});                      \
+#define OSTIN_DEF_NEXT(C, B, K, S)                                                                 \
+  int16_t Next##B(OSTIN_KEYP_##K S(OSTIN_PTR_PARAM)) {                                             \
+    OSTIN_FAULT_POINT("Next" #B);                                                                  \
+    OSTIN_SHAPE_OF(C);                                                                             \
+    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                         \
+    return ostin::sim::NextRecord(shape, key.wide, *inci, {S(OSTIN_SLOT)});                        \
   }
-#define OSTIN_DEF_DELETE(C, B, K, S)                                                             \
-  int16_t Delete##B(OSTIN_KEYV_##K) {                                                            \
-    OSTIN_SHAPE_OF(C);                                                                           \
-    return ostin::sim::DeleteRecord(shape, cmper, inci);                                         \
+#define OSTIN_DEF_DELETE(C, B, K, S)                                                               \
+  int16_t Delete##B(OSTIN_KEYV_##K) {                                                              \
+    OSTIN_FAULT_POINT("Delete" #B);                                                                \
+    OSTIN_SHAPE_OF(C);                                                                             \
+    return ostin::sim::DeleteRecord(shape, cmper, inci);                                           \
   }
 #define OSTIN_DEF(op, C, B, K, S) OSTIN_DEF_##op(C, B, K, S)
 #define OSTIN_DEFINE_PLAIN(C, B, K, S, ops) OSTIN_OPS(ops, OSTIN_DEF, C, B, K, S)
-#define OSTIN_DEFINE_VARIANT(C, B, K, S, P, Y, ops)                                              \
+#define OSTIN_DEFINE_VARIANT(C, B, K, S, P, Y, ops)                                                \
   OSTIN_OPS(ops, OSTIN_DEF, C, B, K, P) OSTIN_OPS(ops, OSTIN_DEF, C, OSTIN_CAT(B, Y), K, S)
 
 OSTIN_PLAIN_RECORDS(OSTIN_DEFINE_PLAIN)
@@ -61,7 +68,9 @@ int16_t LoadLayerPrefs(int16_t number, int16_t* Restoffset, int16_t* Flag) {
                                  ostin::sim::Slot::Value("Flag", 0, Flag)});
 }
 
-int32_t FtxFinaleVersion() { return Host::Instance().Version(); }
+int32_t FtxFinaleVersion() {
+  return Host::Instance().Version();
+}
 
 int32_t FtxCountItems(int16_t kind) {
   // Kind 1 counts the measures of the document.
@@ -98,30 +107,47 @@ int16_t FxInstToSlot(int16_t inst, int16_t iuList) {
   const auto* rows = ScoreStaffList();
   if (!rows) return 0;
   for (const auto& [key, record] : *rows)
-    if (key.Cmper == iuList && record[0].Numbers[0] == inst) return static_cast<int16_t>(key.Inci + 1);
+    if (key.Cmper == iuList && record[0].Numbers[0] == inst)
+      return static_cast<int16_t>(key.Inci + 1);
   return 0;
 }
 
-int16_t FxStartFinaleEdit(const std::string& title) { return Host::Instance().StartEdit(title); }
-int16_t FxEndFinaleEdit() { return Host::Instance().EndEdit(); }
-int16_t FxCancelFinaleEdit() { return Host::Instance().CancelEdit(); }
-int16_t FxUpdateLayout(int16_t, int16_t) { return 1; }
+int16_t FxStartFinaleEdit(const std::string& title) {
+  OSTIN_FAULT_POINT("FxStartFinaleEdit");
+  return Host::Instance().StartEdit(title);
+}
+int16_t FxEndFinaleEdit() {
+  return Host::Instance().EndEdit();
+}
+int16_t FxCancelFinaleEdit() {
+  OSTIN_FAULT_POINT("FxCancelFinaleEdit");
+  return Host::Instance().CancelEdit();
+}
+int16_t FxUpdateLayout(int16_t, int16_t) {
+  return 1;
+}
 
 int32_t FxStartMassEdit(int32_t region, int32_t jobSize) {
+  OSTIN_FAULT_POINT("FxStartMassEdit");
   return Host::Instance().StartMassEdit(region, jobSize);
 }
 
 int16_t FxMassEditProgress(int32_t handle, int16_t increment, int16_t, int16_t, int16_t) {
+  OSTIN_FAULT_POINT("FxMassEditProgress");
   return Host::Instance().MassEditProgress(handle, increment);
 }
 
 int16_t FxEndMassEdit(int32_t handle, int16_t cancel) {
+  OSTIN_FAULT_POINT("FxEndMassEdit");
   return Host::Instance().EndMassEdit(handle, cancel != 0);
 }
 
-int32_t FxGetCurrentEnigmaDocument() { return 1; }
+int32_t FxGetCurrentEnigmaDocument() {
+  return 1;
+}
 
 int16_t FxGetDocumentPath(int32_t document, std::string* path) {
+  OSTIN_FAULT_POINT("FxGetDocumentPath");
   if (document != 1) return 0;
   const ostin::sim::Document& doc = Host::Instance().Doc();
   // A document never saved is known by its title, as the host shows it.
@@ -130,6 +156,7 @@ int16_t FxGetDocumentPath(int32_t document, std::string* path) {
 }
 
 int16_t FxGetFinalePath(int16_t kind, std::string* path) {
+  OSTIN_FAULT_POINT("FxGetFinalePath");
   if (kind != 3) return 0;
   *path = Host::Instance().MusicFolder();
   return path->empty() ? 0 : 1;
@@ -140,5 +167,9 @@ int16_t FtxGetIniFileName(std::string* name) {
   return 1;
 }
 
-int16_t FtxExtractedPartIsUsed() { return 0; }
-int16_t FxGetMaxLayers() { return Host::Instance().Doc().MaxLayers; }
+int16_t FtxExtractedPartIsUsed() {
+  return 0;
+}
+int16_t FxGetMaxLayers() {
+  return Host::Instance().Doc().MaxLayers;
+}

@@ -135,9 +135,12 @@ nlohmann::json Document::ToJson() const {
     }
     records[className] = std::move(rows);
   }
-  nlohmann::json json = {{"format", kFormatName},       {"formatVersion", kFormatVersion},
-                         {"finaleVersion", FinaleVersion}, {"maxLayers", MaxLayers},
-                         {"title", Title},              {"records", std::move(records)}};
+  nlohmann::json json = {{"format", kFormatName},
+                         {"formatVersion", kFormatVersion},
+                         {"finaleVersion", FinaleVersion},
+                         {"maxLayers", MaxLayers},
+                         {"title", Title},
+                         {"records", std::move(records)}};
   return json;
 }
 

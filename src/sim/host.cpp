@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 namespace ostin::sim {
 
@@ -33,7 +34,9 @@ Document Host::NewDocument() {
   return doc;
 }
 
-int32_t Host::Version() const { return VersionOption.value_or(document_.FinaleVersion); }
+int32_t Host::Version() const {
+  return VersionOption.value_or(document_.FinaleVersion);
+}
 
 bool Host::StartEdit(const std::string& title) {
   CallLog.push_back("FxStartFinaleEdit " + title);
@@ -102,7 +105,16 @@ std::string Host::IniFileName() const {
   return ini.string();
 }
 
+bool Host::Refuses(const char* call) const {
+  if (Faults.empty()) return false;
+  auto it = Faults.find(call);
+  if (it == Faults.end()) return false;
+  if (it->second == Fault::Throw) throw std::runtime_error(std::string(call) + " broke down");
+  return true;
+}
+
 void Host::Reset() {
+  Faults.clear();
   document_ = Document{};
   snapshot_.reset();
   VersionOption.reset();

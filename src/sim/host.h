@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,6 +47,13 @@ public:
   // Folders: the music folder (FxGetFinalePath(3)) and the settings file.
   std::string MusicFolder() const;
   std::string IniFileName() const;
+
+  // Faults to stand for a host that misbehaves, by bridge call name: Refuse makes the
+  // call answer failure, Throw makes it raise a foreign failure. For tests.
+  enum class Fault { Refuse, Throw };
+  std::map<std::string, Fault> Faults;
+  // True when the call is to answer failure; raises for a Throw fault.
+  bool Refuses(const char* call) const;
 
   // The calls made on edits and mass edits, in order, for tests to read.
   std::vector<std::string> CallLog;

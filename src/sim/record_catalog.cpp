@@ -12,7 +12,7 @@ int RecordShape::FieldIndex(std::string_view name) const {
 }
 
 #define OSTIN_CATALOG_PLAIN(C, B, K, S, ops) RecordShape{#C, KeyForm::K, {S(OSTIN_FIELD_SHAPE)}},
-#define OSTIN_CATALOG_VARIANT(C, B, K, S, P, Y, ops)                                             \
+#define OSTIN_CATALOG_VARIANT(C, B, K, S, P, Y, ops)                                               \
   RecordShape{#C, KeyForm::K, {S(OSTIN_FIELD_SHAPE)}},
 
 #define OSTIN_CATALOG_HANDMADE(C, K, S) RecordShape{#C, KeyForm::K, {S(OSTIN_FIELD_SHAPE)}},
@@ -34,6 +34,8 @@ bool IsBlock(FieldKind kind) {
   return kind == FieldKind::B16 || kind == FieldKind::B32 || kind == FieldKind::P16;
 }
 
-bool IsWide(FieldKind kind) { return kind == FieldKind::I32 || kind == FieldKind::B32; }
+bool IsWide(FieldKind kind) {
+  return kind == FieldKind::I32 || kind == FieldKind::B32;
+}
 
 } // namespace ostin::sim

@@ -8,7 +8,9 @@
 namespace ostin::sim {
 
 namespace {
-Document& Doc() { return Host::Instance().Doc(); }
+Document& Doc() {
+  return Host::Instance().Doc();
+}
 
 // What the host does after a record is deleted, by record type.
 void AfterDelete(const RecordShape& shape, RecordTable& table, RecordKey key) {

@@ -5,7 +5,6 @@
 
 #include <libxml/xpath.h>
 
-#include <cstring>
 #include <utility>
 
 namespace ostin::xml {
@@ -229,7 +228,7 @@ XmlNodeList XmlNode::selectNodes(const std::string& xpath) const {
 xmlNodePtr XmlNode::ChildOf(const XmlNode& child) const {
   xmlNodePtr node = child.Get();
   if (node->parent != Get() || !HasPlace(node)) {
-    Fail(0x80070057u, "The parameter is incorrect: the node is not a child of this node.");
+    Fail(0x80070057u, "The parameter node is not a child of this node.");
   }
   return node;
 }

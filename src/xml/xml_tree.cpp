@@ -13,8 +13,18 @@ const char* Chars(const xmlChar* text) {
   return text ? reinterpret_cast<const char*>(text) : "";
 }
 
+// Writes character data; a line feed is written as CR LF, as MSXML writes line ends.
+void AppendLines(std::string& out, const xmlChar* text) {
+  char previous = 0;
+  for (const char* c = Chars(text); *c; previous = *c++) {
+    if (*c == '\n' && previous != '\r') out += '\r';
+    out += *c;
+  }
+}
+
 void AppendEscaped(std::string& out, const xmlChar* text, bool attribute) {
-  for (const char* c = Chars(text); *c; ++c) {
+  char previous = 0;
+  for (const char* c = Chars(text); *c; previous = *c++) {
     if (*c == '&') {
       out += "&amp;";
     } else if (*c == '<') {
@@ -24,6 +34,7 @@ void AppendEscaped(std::string& out, const xmlChar* text, bool attribute) {
     } else if (*c == '"' && attribute) {
       out += "&quot;";
     } else {
+      if (*c == '\n' && previous != '\r' && !attribute) out += '\r';
       out += *c;
     }
   }
@@ -106,18 +117,21 @@ void Write(std::string& out, const Tree& tree, const xmlNode* node) {
     return AppendEscaped(out, node->content, false);
   case XML_CDATA_SECTION_NODE:
     out += "<![CDATA[";
-    out += Chars(node->content);
+    AppendLines(out, node->content);
     out += "]]>";
     return;
   case XML_COMMENT_NODE:
     out += "<!--";
-    out += Chars(node->content);
+    AppendLines(out, node->content);
     out += "-->";
     return;
   case XML_PI_NODE:
     out += "<?";
     out += Chars(node->name);
-    if (node->content && *node->content) out += std::string(" ") + Chars(node->content);
+    if (node->content && *node->content) {
+      out += ' ';
+      AppendLines(out, node->content);
+    }
     out += "?>";
     return;
   case XML_ENTITY_REF_NODE:

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <tuple>
 
 #include "scripted_user.h"
 #include "shell/frm_about.h"
@@ -17,7 +18,6 @@ namespace {
 
 using platform::kIdNo;
 using platform::kIdYes;
-using testing::kTestKeySection;
 
 bool LeftWithOK(FileDialogForm& form) {
   if (auto* import = dynamic_cast<frmImport*>(&form)) return import->ImportOK();
@@ -27,6 +27,10 @@ bool LeftWithOK(FileDialogForm& form) {
 std::string ChosenFile(FileDialogForm& form) {
   if (auto* import = dynamic_cast<frmImport*>(&form)) return import->InputFileName();
   return dynamic_cast<frmExport&>(form).OutputFileName();
+}
+
+auto Fields(const platform::FileDialogRequest& r) {
+  return std::tie(r.Save, r.Title, r.Filter, r.DefaultExt, r.InitDir, r.FileName, r.Flags);
 }
 
 // A dialog as Init loads it, on the host window 7.
@@ -41,106 +45,94 @@ class DialogTest : public testing::TempRegistryTest {
 protected:
   void SetUp() override {
     TempRegistryTest::SetUp();
-    Write(MachineFile(), std::string(kTestKeySection) + "DtdDir=sz:C:\\Ostin\\dtd\\\n");
+    Write(MachineFile(), std::string(testing::kTestKeySection) + "DtdDir=sz:C:\\Ostin\\dtd\\\n");
     User.HostWindow = {100, 50, 900, 650};
   }
   void TearDown() override {
     FileSystemObject::SetAvailableForTests(true);
     TempRegistryTest::TearDown();
   }
-
-  void WriteUser(const std::string& values) { Write(UserFile(), kTestKeySection + values); }
-  static int32_t StoredNumber(const std::string& name) {
-    return RegQueryValueNumber(RegOpenKey(kHkeyCurrentUser, kRegistryKey, kKeyRead), name);
-  }
-  static std::string StoredText(const std::string& name) {
-    return RegQueryValueString(RegOpenKey(kHkeyCurrentUser, kRegistryKey, kKeyRead), name);
-  }
+  static RegKey UserKey() { return RegOpenKey(kHkeyCurrentUser, kRegistryKey, kKeyRead); }
+  bool Logged(const std::string& text) { return Log().find(text) != std::string::npos; }
 
   testing::ScriptedUser User;
+  const std::string Music = DefaultMusicDirectory();
 };
 
-// What tells the twins apart, as a user and the registry see it.
+// What tells the twins apart, as the user and the registry see it.
 struct Twin {
   const char* Name;
-  std::function<std::unique_ptr<FileDialogForm>(DialogTest&)> Make;
+  std::function<std::unique_ptr<FileDialogForm>()> Make;
   int32_t TitleId;
-  const char *LeftValue, *TopValue, *DirectoryValue;
-  int32_t CentredLeft, CentredTop; // on the fixture's host window
-  bool SaveDialog;
-  int32_t BrowseTitleId, BrowseFlags;
+  const char* Values[3]; // left, top, directory
+  int32_t CentredLeft, CentredTop;
+  platform::FileDialogRequest Browse; // less the directories
   int32_t NoScriptingNumber;
   std::string NoScriptingDescription, NoScriptingLog;
 };
+void PrintTo(const Twin& twin, std::ostream* out) {
+  *out << twin.Name;
+}
 
 class TwinTest : public DialogTest, public ::testing::WithParamInterface<Twin> {
 protected:
-  std::unique_ptr<FileDialogForm> Make() { return GetParam().Make(*this); }
+  const Twin& T = GetParam();
+  // The user's values under the twin's names.
+  void WriteUser(int32_t left, int32_t top, const std::string& directory) {
+    Write(UserFile(), testing::kTestKeySection + std::string(T.Values[0]) +
+                          "=dword:" + std::to_string(static_cast<uint32_t>(left)) + "\n" +
+                          T.Values[1] + "=dword:" + std::to_string(top) + "\n" + T.Values[2] +
+                          "=sz:" + directory + "\n");
+  }
+  std::string StoredDirectory() { return RegQueryValueString(UserKey(), T.Values[2]); }
 };
 
 TEST_P(TwinTest, FirstStartCentresOnTheHostAndStoresTheValues) {
-  const Twin& twin = GetParam();
-  auto form = Make();
+  auto form = T.Make();
   EXPECT_EQ(form->LoadErrorNumber(), 0);
-  EXPECT_EQ(form->Caption(), MessageText(twin.TitleId));
-  EXPECT_EQ(form->Left, twin.CentredLeft);
-  EXPECT_EQ(form->Top, twin.CentredTop);
-  EXPECT_EQ(form->DefaultDirectory(), DefaultMusicDirectory());
-  EXPECT_EQ(form->ControlText("txtFileName"), DefaultMusicDirectory());
-  EXPECT_EQ(form->SystemIdentifier(), "C:/Ostin/dtd/");
-  EXPECT_EQ(StoredNumber(twin.LeftValue), twin.CentredLeft);
-  EXPECT_EQ(StoredNumber(twin.TopValue), twin.CentredTop);
-  EXPECT_EQ(StoredText(twin.DirectoryValue), DefaultMusicDirectory());
-  EXPECT_NE(Log().find("Could not open registry key: The system cannot find the file specified."),
-            std::string::npos);
+  EXPECT_EQ(form->Caption(), MessageText(T.TitleId));
+  auto shown = std::make_tuple(form->Left, form->Top, form->DefaultDirectory(),
+                               form->ControlText("txtFileName"), form->SystemIdentifier());
+  EXPECT_EQ(shown, std::make_tuple(T.CentredLeft, T.CentredTop, Music, Music, "C:/Ostin/dtd/"));
+  auto stored = std::make_tuple(RegQueryValueNumber(UserKey(), T.Values[0]),
+                                RegQueryValueNumber(UserKey(), T.Values[1]), StoredDirectory());
+  EXPECT_EQ(stored, std::make_tuple(T.CentredLeft, T.CentredTop, Music));
+  EXPECT_TRUE(Logged("Could not open registry key: The system cannot find the file specified."));
 }
 
 TEST_P(TwinTest, SavedValuesComeBackUncheckedAndAnEmptyDirectoryFallsBack) {
-  const Twin& twin = GetParam();
   for (std::string saved : {Path("gone"), std::string()}) {
-    WriteUser(std::string(twin.LeftValue) + "=dword:4294966996\n" + twin.TopValue + "=dword:20\n" +
-              twin.DirectoryValue + "=sz:" + saved + "\n");
-    auto form = Make();
-    EXPECT_EQ(form->Left, -300);
-    EXPECT_EQ(form->Top, 20);
-    EXPECT_EQ(form->DefaultDirectory(), saved.empty() ? DefaultMusicDirectory() : saved);
+    WriteUser(-300, 20, saved);
+    auto form = T.Make();
+    EXPECT_EQ(std::make_tuple(form->Left, form->Top), std::make_tuple(-300, 20));
+    EXPECT_EQ(form->DefaultDirectory(), saved.empty() ? Music : saved);
   }
 }
 
 TEST_P(TwinTest, WithoutTheMachineKeyEveryStartIsAFirstStart) {
-  const Twin& twin = GetParam();
   std::filesystem::remove(MachineFile());
-  WriteUser(std::string(twin.LeftValue) + "=dword:1\n" + twin.TopValue + "=dword:2\n" +
-            twin.DirectoryValue + "=sz:" + Path("saved") + "\n");
+  WriteUser(1, 2, Path("saved"));
   for (int start = 0; start < 2; ++start) {
-    auto form = Make();
+    auto form = T.Make();
     EXPECT_EQ(form->SystemIdentifier(), "");
-    EXPECT_EQ(form->Left, twin.CentredLeft);
-    EXPECT_EQ(form->DefaultDirectory(), DefaultMusicDirectory());
-    EXPECT_EQ(StoredNumber(twin.LeftValue), twin.CentredLeft);
+    EXPECT_EQ(std::make_tuple(form->Left, form->DefaultDirectory()),
+              std::make_tuple(T.CentredLeft, Music));
+    EXPECT_EQ(RegQueryValueNumber(UserKey(), T.Values[0]), T.CentredLeft);
   }
-  EXPECT_NE(Log().find("Could not open registry key: The system cannot find the file specified."),
-            std::string::npos);
+  EXPECT_TRUE(Logged("Could not open registry key: The system cannot find the file specified."));
 }
 
-TEST_P(TwinTest, AnUnwritableUserKeyDoesNotStopTheRun) {
+TEST_P(TwinTest, AnUnwritableUserKeyDoesNotStopTheLoad) {
   Write(Path("config"), "a file where the folder belongs");
-  auto form = Make();
-  EXPECT_EQ(form->LoadErrorNumber(), 0);
-  EXPECT_NE(Log().find("Could not create registry key: "), std::string::npos);
-  User.Type("txtFileName", "a.xml").Click("cmdOK");
-  form->Show();
-  EXPECT_TRUE(LeftWithOK(*form));
-  EXPECT_FALSE(form->Visible());
+  EXPECT_EQ(T.Make()->LoadErrorNumber(), 0);
+  EXPECT_TRUE(Logged("Could not create registry key: "));
 }
 
 TEST_P(TwinTest, ATypedNameInAMissingFolderKeepsTheDialogOpen) {
-  auto form = Make();
+  auto form = T.Make();
   User.Type("txtFileName", Path("nowhere/a.xml")).Click("cmdOK").Check([&](auto& shown) {
-    EXPECT_TRUE(shown.Visible());
-    EXPECT_FALSE(LeftWithOK(*form));
+    EXPECT_TRUE(shown.Visible() && !LeftWithOK(*form));
   });
-  User.Click("cmdCancel");
   form->Show();
   ASSERT_EQ(User.Messages.size(), 1u);
   EXPECT_EQ(User.Messages[0].Text, FormatResString(171, {Path("nowhere")}));
@@ -148,61 +140,57 @@ TEST_P(TwinTest, ATypedNameInAMissingFolderKeepsTheDialogOpen) {
   EXPECT_TRUE(User.ScriptDone());
 }
 
-TEST_P(TwinTest, ABareFileNamePassesAndEmptiesTheDirectory) {
-  auto form = Make();
-  User.Type("txtFileName", "song.xml").Click("cmdOK");
+TEST_P(TwinTest, OKWithoutAnEntryGivesNoFile) {
+  auto form = T.Make();
+  User.Click("cmdOK");
   form->Show();
-  EXPECT_TRUE(LeftWithOK(*form));
-  EXPECT_EQ(ChosenFile(*form), "song.xml");
-  EXPECT_EQ(form->DefaultDirectory(), "");
-  EXPECT_EQ(StoredText(GetParam().DirectoryValue), "");
-  EXPECT_EQ(Make()->DefaultDirectory(), DefaultMusicDirectory());
+  EXPECT_TRUE(LeftWithOK(*form) && ChosenFile(*form).empty() && User.Messages.empty());
 }
 
-TEST_P(TwinTest, BrowseCancelChangesNothing) {
-  const Twin& twin = GetParam();
-  auto form = Make();
-  User.Click("cmdBrowse").CancelDialog().Click("cmdCancel");
+TEST_P(TwinTest, ABareFileNamePassesAndEmptiesTheDirectory) {
+  auto form = T.Make();
+  User.Type("txtFileName", "song.xml").Click("cmdOK");
   form->Show();
-  ASSERT_EQ(User.FileDialogs.size(), 1u);
-  const platform::FileDialogRequest& request = User.FileDialogs[0];
-  EXPECT_EQ(request.Save, twin.SaveDialog);
-  EXPECT_EQ(request.Title, MessageText(twin.BrowseTitleId));
-  EXPECT_EQ(request.Flags, twin.BrowseFlags);
-  EXPECT_EQ(request.Filter, "XML (*.xml)|*.xml");
-  EXPECT_EQ(request.DefaultExt, "xml");
-  EXPECT_EQ(request.InitDir, DefaultMusicDirectory());
-  EXPECT_EQ(form->ControlText("txtFileName"), DefaultMusicDirectory());
-  EXPECT_EQ(form->DefaultDirectory(), DefaultMusicDirectory());
+  EXPECT_TRUE(LeftWithOK(*form) && !form->Visible());
+  EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->DefaultDirectory()),
+            std::make_tuple("song.xml", ""));
+  EXPECT_EQ(StoredDirectory(), "");
+  EXPECT_EQ(T.Make()->DefaultDirectory(), Music);
+}
+
+TEST_P(TwinTest, BrowseCancelAndCancelChangeNothing) {
+  auto form = T.Make();
+  User.Click("cmdBrowse").CancelDialog().Check([&](auto& shown) {
+    EXPECT_EQ(std::make_tuple(shown.ControlText("txtFileName"), form->DefaultDirectory()),
+              std::tie(Music, Music));
+  });
+  User.Click("cmdBrowse").Choose(Path("a.xml")).Click("cmdCancel");
+  form->Show();
+  platform::FileDialogRequest expected = T.Browse;
+  expected.InitDir = Music;
+  ASSERT_EQ(User.FileDialogs.size(), 2u);
+  EXPECT_EQ(Fields(User.FileDialogs[0]), Fields(expected));
   EXPECT_TRUE(User.Messages.empty());
   EXPECT_FALSE(LeftWithOK(*form));
+  EXPECT_EQ(StoredDirectory(), Music);
 }
 
 TEST_P(TwinTest, ABrowsedNameSkipsTheFolderTestAndTheQuestion) {
   Write(Path("old.xml"), "<old/>");
   for (std::string chosen : {Path("gone/x.xml"), Path("old.xml")}) {
-    auto form = Make();
+    auto form = T.Make();
     User.Click("cmdBrowse").Choose(chosen).Click("cmdOK");
     form->Show();
     EXPECT_TRUE(LeftWithOK(*form));
-    EXPECT_EQ(ChosenFile(*form), chosen);
-    EXPECT_EQ(form->ControlText("txtFileName"), chosen);
-    EXPECT_EQ(StoredText(GetParam().DirectoryValue), form->DefaultDirectory());
+    EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->ControlText("txtFileName")),
+              std::tie(chosen, chosen));
   }
-  EXPECT_EQ(Make()->DefaultDirectory(), Root.string());
+  EXPECT_EQ(T.Make()->DefaultDirectory(), Root.string());
   EXPECT_TRUE(User.Messages.empty());
 }
 
-TEST_P(TwinTest, CancelSavesNothing) {
-  auto form = Make();
-  User.Type("txtFileName", Path("a.xml")).Click("cmdCancel");
-  form->Show();
-  EXPECT_FALSE(LeftWithOK(*form));
-  EXPECT_EQ(StoredText(GetParam().DirectoryValue), DefaultMusicDirectory());
-}
-
 TEST_P(TwinTest, AFailureInAClickShowsMessage208) {
-  auto form = Make();
+  auto form = T.Make();
   form->Terminate();
   User.Type("txtFileName", "a.xml").Click("cmdOK").Check([](auto& shown) {
     EXPECT_TRUE(shown.Visible());
@@ -214,41 +202,38 @@ TEST_P(TwinTest, AFailureInAClickShowsMessage208) {
 }
 
 TEST_P(TwinTest, WithoutScriptingTheLoadStepReportsIt) {
-  const Twin& twin = GetParam();
   FileSystemObject::SetAvailableForTests(false);
-  auto form = Make();
-  EXPECT_EQ(form->LoadErrorNumber(), twin.NoScriptingNumber);
-  EXPECT_EQ(form->LoadErrorDescription(), twin.NoScriptingDescription);
-  EXPECT_NE(Log().find(twin.NoScriptingLog), std::string::npos);
-}
-
-void PrintTo(const Twin& twin, std::ostream* out) {
-  *out << twin.Name;
+  auto form = T.Make();
+  EXPECT_EQ(form->LoadErrorNumber(), T.NoScriptingNumber);
+  EXPECT_EQ(form->LoadErrorDescription(), T.NoScriptingDescription);
+  EXPECT_TRUE(Logged(T.NoScriptingLog));
 }
 
 const std::string kNoObject = "ActiveX component can't create object";
 
 INSTANTIATE_TEST_SUITE_P(
     Twins, TwinTest,
-    ::testing::Values(
-        Twin{"Import",
-             [](DialogTest&) -> std::unique_ptr<FileDialogForm> { return Load<frmImport>(); }, 118,
-             "ImU", "ImW", "ImOD", 5388, 4464, false, 134, 6148, Code(0x80040733), MessageText(215),
-             "Error 429 starting Windows Scripting: " + kNoObject},
-        Twin{"Export",
-             [](DialogTest&) -> std::unique_ptr<FileDialogForm> { return Load<frmExport>(); }, 119,
-             "ExU", "ExW", "ExOD", 5394, 4458, true, 136, 32774, Code(0x80040571),
-             "MusicXML internal error", "Exporter form load error 429: " + kNoObject}),
+    ::testing::Values(Twin{"Import",
+                           [] { return std::unique_ptr<FileDialogForm>(Load<frmImport>()); },
+                           118,
+                           {"ImU", "ImW", "ImOD"},
+                           5388,
+                           4464,
+                           {false, MessageText(134), "XML (*.xml)|*.xml", "xml", "", "", 6148},
+                           Code(0x80040733),
+                           MessageText(215),
+                           "Error 429 starting Windows Scripting: " + kNoObject},
+                      Twin{"Export",
+                           [] { return std::unique_ptr<FileDialogForm>(Load<frmExport>()); },
+                           119,
+                           {"ExU", "ExW", "ExOD"},
+                           5394,
+                           4458,
+                           {true, MessageText(136), "XML (*.xml)|*.xml", "xml", "", "", 32774},
+                           Code(0x80040571),
+                           "MusicXML internal error",
+                           "Exporter form load error 429: " + kNoObject}),
     [](const auto& twin) { return twin.param.Name; });
-
-TEST_F(DialogTest, ImportOKWithoutAnEntryGivesNoFile) {
-  auto form = Load<frmImport>();
-  User.Click("cmdOK");
-  form->Show();
-  EXPECT_TRUE(form->ImportOK());
-  EXPECT_EQ(form->InputFileName(), "");
-  EXPECT_TRUE(User.Messages.empty());
-}
 
 TEST_F(DialogTest, OverwritingAnExistingFileNeedsYes) {
   Write(Path("old.xml"), "<old/>");
@@ -260,48 +245,39 @@ TEST_F(DialogTest, OverwritingAnExistingFileNeedsYes) {
   ASSERT_EQ(User.Messages.size(), 2u);
   for (const testing::ShownMessage& question : User.Messages) {
     EXPECT_EQ(question.Text, FormatResString(172, {Path("old.xml")}) + "\r\n" + MessageText(173));
-    EXPECT_EQ(question.Title, MessageText(136));
-    EXPECT_EQ(question.Style, 52);
+    EXPECT_EQ(std::make_tuple(question.Title, question.Style),
+              std::make_tuple(MessageText(136), 52));
   }
-  EXPECT_TRUE(form->ExportOK());
+  EXPECT_TRUE(form->ExportOK() && !form->Visible());
   EXPECT_EQ(form->OutputFileName(), Path("old.xml"));
-  EXPECT_TRUE(User.ScriptDone());
 }
 
 TEST_F(DialogTest, ASuggestedNameIsCheckedLikeATypedOne) {
   Write(Path("Song.xml"), "<old/>");
-  WriteUser("ExU=dword:0\nExW=dword:0\nExOD=sz:" + Root.string() + "\n");
-  auto form = Load<frmExport>();
-  form->SuggestedFileName("Song.xml");
-  EXPECT_EQ(form->ControlText("txtFileName"), Path("Song.xml"));
-  User.Click("cmdBrowse").CancelDialog().Click("cmdOK").Answer(kIdYes);
-  form->Show();
-  EXPECT_EQ(User.FileDialogs.at(0).FileName, Path("Song"));
-  EXPECT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(form->OutputFileName(), Path("Song.xml"));
-
-  WriteUser("ExU=dword:0\nExW=dword:0\nExOD=sz:" + Path("gone") + "\n");
-  auto moved = Load<frmExport>();
-  moved->SuggestedFileName("Song.xml");
-  User.Click("cmdOK").Click("cmdCancel");
-  moved->Show();
-  EXPECT_EQ(User.Messages.back().Text, FormatResString(171, {Path("gone")}));
+  for (std::string directory : {Root.string(), Path("gone")}) {
+    Write(UserFile(),
+          testing::kTestKeySection + ("ExU=dword:0\nExW=dword:0\nExOD=sz:" + directory));
+    auto form = Load<frmExport>();
+    form->SuggestedFileName("Song.xml");
+    EXPECT_EQ(form->ControlText("txtFileName"), directory + "/Song.xml");
+    User.Click("cmdBrowse").CancelDialog().Click("cmdOK");
+    directory == Root.string() ? User.Answer(kIdYes) : User.Click("cmdCancel");
+    form->Show();
+    EXPECT_EQ(User.FileDialogs.back().FileName, directory + "/Song");
+  }
+  ASSERT_EQ(User.Messages.size(), 2u);
+  EXPECT_EQ(User.Messages[0].Title, MessageText(136));
+  EXPECT_EQ(User.Messages[1].Text, FormatResString(171, {Path("gone")}));
 }
 
 TEST_F(DialogTest, CenterFormKeepsTheFormOnTheScreen) {
-  struct Case {
-    platform::Rect Host;
-    int32_t Left, Top;
-  };
-  const Case cases[] = {{{100, 50, 900, 650}, 5388, 4464},
-                        {{0, 0, 100, 50}, 0, 0},
-                        {{-200, 300, 300, 500}, 0, 4500 + 714}};
+  const std::tuple<platform::Rect, int32_t, int32_t> cases[] = {
+      {{0, 0, 100, 50}, 0, 0}, {{-200, 300, 300, 500}, 0, 4500 + 714}};
   frmImport form;
-  for (const Case& c : cases) {
-    User.HostWindow = c.Host;
+  for (const auto& [host, left, top] : cases) {
+    User.HostWindow = host;
     CenterForm(form, 7);
-    EXPECT_EQ(form.Left, c.Left);
-    EXPECT_EQ(form.Top, c.Top);
+    EXPECT_EQ(std::make_tuple(form.Left, form.Top), std::make_tuple(left, top));
   }
 }
 
@@ -317,8 +293,7 @@ TEST_F(DialogTest, AboutShowsTheVersionAndOpensTheWebPage) {
   EXPECT_EQ(User.Opened, std::vector<std::string>{kProductWebPage});
   ASSERT_EQ(User.Messages.size(), 1u);
   EXPECT_EQ(User.Messages[0].Text, MessageText(209));
-  EXPECT_FALSE(AboutForm().Loaded());
-  EXPECT_TRUE(User.ScriptDone());
+  EXPECT_TRUE(!AboutForm().Loaded() && User.ScriptDone());
 }
 
 } // namespace

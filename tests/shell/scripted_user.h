@@ -1,14 +1,12 @@
 #pragma once
 // A user who follows a script: types into and clicks on the shown form, answers questions
-// and file dialogs, and keeps what the program showed. It stands in as the window system
-// for as long as it lives.
+// and file dialogs, and keeps what the program showed. It is the window system while it lives.
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/window_system.h"
@@ -16,8 +14,7 @@
 namespace ostin::testing {
 
 struct ShownMessage {
-  std::string Text;
-  std::string Title;
+  std::string Text, Title;
   int Style;
 };
 
@@ -28,27 +25,21 @@ public:
   ScriptedUser() { platform::SetWindows(this); }
   ~ScriptedUser() override { platform::SetWindows(nullptr); }
 
-  // Steps on the shown form, in the user's order.
-  ScriptedUser& Type(std::string control, std::string text) {
-    return Add({Step::Type, std::move(control), std::move(text)});
-  }
-  ScriptedUser& Click(std::string control) { return Add({Step::Click, std::move(control)}); }
-  // Looks at the shown form at this point of the script.
-  ScriptedUser& Check(Look look) { return Add({Step::Check, {}, {}, 0, std::move(look)}); }
-  // The answer to the next Yes/No question; plain boxes are dismissed with OK.
-  ScriptedUser& Answer(int button) { return Add({Step::Answer, {}, {}, button}); }
-  // The next file dialog: a chosen file, or cancel.
-  ScriptedUser& Choose(std::string file) { return Add({Step::Choose, {}, std::move(file)}); }
-  ScriptedUser& CancelDialog() { return Add({Step::Cancel}); }
-
+  // Steps in the user's order. Check looks at the shown form; Answer is for the next Yes/No
+  // question (plain boxes get OK); Choose and CancelDialog are for the next file dialog.
+  ScriptedUser& Type(std::string control, std::string text) { return Add({kType, control, text}); }
+  ScriptedUser& Click(std::string control) { return Add({kClick, control}); }
+  ScriptedUser& Check(Look look) { return Add({kCheck, {}, {}, 0, look}); }
+  ScriptedUser& Answer(int button) { return Add({kAnswer, {}, {}, button}); }
+  ScriptedUser& Choose(std::string file) { return Add({kChoose, {}, file}); }
+  ScriptedUser& CancelDialog() { return Add({kCancel}); }
   bool ScriptDone() const { return script_.empty(); }
 
-  // What the program showed and asked for.
+  // What the program showed: boxes, file dialogs, form captions, ShellExecute's files.
   std::vector<ShownMessage> Messages;
   std::vector<platform::FileDialogRequest> FileDialogs;
-  std::vector<std::string> ShownForms; // captions
-  std::vector<std::string> Opened;     // what ShellExecute was given
-  // The host's window and what the system answers.
+  std::vector<std::string> ShownForms, Opened;
+  // What the system answers.
   platform::Rect HostWindow{};
   std::string HostTitle;
   int ShellResult = 42;
@@ -56,29 +47,24 @@ public:
   int MessageBox(const std::string& text, const std::string& title, int style) override {
     Messages.push_back({text, title, style});
     if ((style & 0xF) != platform::kMbYesNo) return platform::kIdOk;
-    if (!Front(Step::Answer)) return platform::kIdNo;
-    return Pop().Button;
+    return Next(kAnswer) ? Pop().Button : platform::kIdNo;
   }
-
+  // Works on the form until it hides, or until the next step is not for a form.
   void ShowModal(platform::ModalForm& form) override {
     ShownForms.push_back(form.Caption());
-    while (form.Visible() && !script_.empty()) {
-      if (!Front(Step::Type) && !Front(Step::Click) && !Front(Step::Check)) return;
+    while (form.Visible() && (Next(kType) || Next(kClick) || Next(kCheck))) {
       Step step = Pop();
-      if (step.What == Step::Type) form.TypeText(step.Control, step.Text);
-      if (step.What == Step::Click) form.Click(step.Control);
-      if (step.What == Step::Check) step.Inspect(form);
+      if (step.What == kType) form.TypeText(step.Control, step.Text);
+      if (step.What == kClick) form.Click(step.Control);
+      if (step.What == kCheck) step.Inspect(form);
     }
   }
-
   std::optional<std::string> ShowFileDialog(const platform::FileDialogRequest& request) override {
     FileDialogs.push_back(request);
-    if (!Front(Step::Choose) && !Front(Step::Cancel)) return std::nullopt;
+    if (!Next(kChoose) && !Next(kCancel)) return std::nullopt;
     Step step = Pop();
-    if (step.What == Step::Cancel) return std::nullopt;
-    return step.Text;
+    return step.What == kChoose ? std::optional(step.Text) : std::nullopt;
   }
-
   platform::Rect GetWindowRect(int32_t) override { return HostWindow; }
   std::string GetWindowText(int32_t) override { return HostTitle; }
   int ShellExecute(int32_t, const std::string& verb, const std::string& file) override {
@@ -88,24 +74,19 @@ public:
   }
 
 private:
+  enum Kind { kType, kClick, kCheck, kAnswer, kChoose, kCancel };
   struct Step {
-    enum Kind { Type, Click, Check, Answer, Choose, Cancel } What;
-    std::string Control, Text;
-    int Button;
-    Look Inspect;
-
-    Step(Kind what, std::string control = {}, std::string text = {}, int button = 0,
-         Look inspect = {})
-        : What(what), Control(std::move(control)), Text(std::move(text)), Button(button),
-          Inspect(std::move(inspect)) {}
+    Kind What;
+    std::string Control = {}, Text = {};
+    int Button = 0;
+    Look Inspect = {};
   };
 
   ScriptedUser& Add(Step step) {
     script_.push_back(std::move(step));
     return *this;
   }
-  // Whether the next step is of this kind; a step of another kind waits for its turn.
-  bool Front(Step::Kind kind) const { return !script_.empty() && script_.front().What == kind; }
+  bool Next(Kind kind) const { return !script_.empty() && script_.front().What == kind; }
   Step Pop() {
     Step step = std::move(script_.front());
     script_.pop_front();

@@ -1,5 +1,6 @@
 #pragma once
 // A scratch folder and a document loader shared by the XML service tests.
+#include "shell/failure.h"
 #include "xml/xml_document.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@
 #include <sstream>
 #include <string>
 
-namespace ostin::xml::testing {
+namespace ostin::xml::test_support {
 
 // A fresh folder under the system's temporary folder, removed with everything in it.
 class TempFolder {
@@ -52,4 +53,14 @@ inline std::shared_ptr<XmlDocument> Loaded(const std::string& text, bool preserv
   return doc;
 }
 
-} // namespace ostin::xml::testing
+// Runs body and returns the Failure it raised (number 0 when it raised none).
+template <class Body> Failure Raised(Body body) {
+  try {
+    body();
+  } catch (const Failure& failure) {
+    return failure;
+  }
+  return Failure(0, "", "");
+}
+
+} // namespace ostin::xml::test_support

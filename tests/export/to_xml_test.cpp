@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include "../support/host_test.h"
+#include "export/to_xml.h"
+#include "host/record_places.h"
+#include "shell/messages.h"
+
+namespace ostin {
+namespace {
+
+using testing::HostTest;
+using Fault = sim::Host::Fault;
+
+const std::string kDefaultHead = "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
+                                 "<!DOCTYPE score-partwise PUBLIC \r\n"
+                                 "\t\"-//Calvimora//DTD MusicXML 0.7b Partwise//EN\"\r\n"
+                                 "\t\"//C:/musicxml/partwise.dtd\">\r\n";
+
+class ToXmlTest : public HostTest {
+protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    SetLanguage(kLanguageMain);
+    OpenData("sample.json");
+    Engine.FileName = Path("out.xml");
+  }
+  // Runs the export; the failure that goes up, if any.
+  std::optional<Failure> Export() {
+    try {
+      EXPECT_FALSE(Engine.Invoke(0, 0));
+    } catch (const Failure& failure) {
+      return failure;
+    }
+    return std::nullopt;
+  }
+  std::vector<std::string> Calls(const std::string& prefix) const {
+    std::vector<std::string> calls;
+    for (const std::string& call : HostSim().CallLog)
+      if (call.rfind(prefix, 0) == 0) calls.push_back(call);
+    return calls;
+  }
+
+  ToXml Engine;
+};
+
+TEST_F(ToXmlTest, DocumentTypeText) {
+  EXPECT_EQ(ToXml::DocumentTypeText(true, ""),
+            kDefaultHead + "<score-partwise>\r\n</score-partwise>\r\n");
+  EXPECT_EQ(ToXml::DocumentTypeText(false, "D:/dtd/"),
+            "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
+            "<!DOCTYPE score-timewise PUBLIC \r\n"
+            "\t\"-//Calvimora//DTD MusicXML 0.7b Timewise//EN\"\r\n"
+            "\t\"//D:/dtd/timewise.dtd\">\r\n<score-timewise>\r\n</score-timewise>\r\n");
+}
+
+TEST_F(ToXmlTest, AddNewLinesPutsALineBreakBetweenAdjacentTags) {
+  auto doc = xml::XmlDocument::Create();
+  doc->preserveWhiteSpace = false;
+  ASSERT_TRUE(doc->loadXML("<a><b x=\"1\">t</b><c/></a>"));
+  ToXml::AddNewLines(*doc);
+  EXPECT_EQ(doc->xml(), "<a>\r\n<b x=\"1\">t</b>\r\n<c/>\r\n</a>\r\n");
+  EXPECT_EQ(doc->documentElement().selectNodes("*").length(), 2);
+}
+
+TEST_F(ToXmlTest, WritesTheDocumentAndLeavesTheHostsDocumentAsItWas) {
+  nlohmann::json before = HostSim().Doc().ToJson();
+  EXPECT_FALSE(Export());
+  std::string written = Read(Path("out.xml"));
+  EXPECT_EQ(written.substr(0, kDefaultHead.size()), kDefaultHead);
+  EXPECT_NE(written.find("\r\n<score-partwise"), std::string::npos) << written;
+  EXPECT_EQ(HostSim().Doc().ToJson(), before);
+  EXPECT_EQ(Calls("FxStartFinaleEdit"),
+            std::vector<std::string>{"FxStartFinaleEdit Update Layout"});
+  EXPECT_EQ(Calls("FxCancelFinaleEdit").size(), 1u);
+  EXPECT_EQ(Calls("FxEndMassEdit"), std::vector<std::string>{"FxEndMassEdit 0"});
+  EXPECT_FALSE(HostSim().InEdit());
+
+  // The same document exports to the same bytes.
+  ToXml again;
+  again.FileName = Path("again.xml");
+  EXPECT_FALSE(again.Invoke(0, 0));
+  EXPECT_EQ(Read(Path("again.xml")), written);
+}
+
+TEST_F(ToXmlTest, SystemIdentifierNamesTheDocumentTypesFolder) {
+  Engine.SystemIdentifier = "/usr/share/ostinlight/";
+  EXPECT_FALSE(Export());
+  EXPECT_NE(Read(Path("out.xml")).find("\t\"///usr/share/ostinlight/partwise.dtd\">\r\n"),
+            std::string::npos);
+}
+
+TEST_F(ToXmlTest, ProgressBudgetAndItsChecks) {
+  EXPECT_FALSE(Export());
+  int16_t staves = 2, measures = 4;
+  EXPECT_EQ(Calls("FxStartMassEdit"),
+            std::vector<std::string>{"FxStartMassEdit " +
+                                     std::to_string(measures * staves + measures + staves)});
+  // The part list, each measure from the second, the end of the measure skeleton.
+  std::vector<std::string> expected = {"FxMassEditProgress 2", "FxMassEditProgress 1",
+                                       "FxMassEditProgress 1", "FxMassEditProgress 1",
+                                       "FxMassEditProgress 1"};
+  EXPECT_EQ(Calls("FxMassEditProgress"), expected);
+}
+
+TEST_F(ToXmlTest, HostBefore2003OpensNoEdit) {
+  HostSim().VersionOption = 2002;
+  EXPECT_FALSE(Export());
+  EXPECT_TRUE(Calls("FxStartFinaleEdit").empty());
+  EXPECT_TRUE(Calls("FxCancelFinaleEdit").empty());
+  EXPECT_TRUE(std::filesystem::exists(Path("out.xml")));
+}
+
+TEST_F(ToXmlTest, CancelAtAnyCheckWritesNothingAndShowsNothing) {
+  for (int check = 1; check <= 5; ++check) {
+    HostSim().CallLog.clear();
+    HostSim().CancelAtProgressCall = check;
+    ToXml engine;
+    engine.FileName = Path("cancelled.xml");
+    EXPECT_NO_THROW(EXPECT_FALSE(engine.Invoke(0, 0))) << check;
+    EXPECT_FALSE(std::filesystem::exists(Path("cancelled.xml"))) << check;
+    EXPECT_EQ(Calls("FxEndMassEdit"), std::vector<std::string>{"FxEndMassEdit 1"}) << check;
+    EXPECT_EQ(Calls("FxCancelFinaleEdit").size(), 1u) << check;
+    EXPECT_FALSE(HostSim().InEdit());
+  }
+  EXPECT_TRUE(User.Messages.empty());
+}
+
+TEST_F(ToXmlTest, FailureTable) {
+  struct Case {
+    std::string Name;
+    std::function<void(ToXml&)> Arrange;
+    int32_t Number;
+    int32_t Message; // 0: the description stays as the failure brought it
+  };
+  const Case cases[] = {
+      {"a read-only file refuses the save",
+       [&](ToXml& e) {
+         Write(e.FileName, "old");
+         chmod(e.FileName.c_str(), 0444);
+       },
+       Code(0x8004058A), 163},
+      {"a missing folder is a foreign failure",
+       [&](ToXml& e) { e.FileName = Path("missing/out.xml"); }, Code(0x8004031B), 159},
+      {"an internal error gets the general words",
+       [](ToXml&) {
+         HostSim().Faults = {{"FxStartMassEdit", Fault::Refuse}};
+       },
+       Code(0x800402CD), 159},
+      {"a foreign failure is logged and numbered by the deepest handler",
+       [](ToXml&) {
+         HostSim().Faults = {{"LoadSettings41", Fault::Throw}};
+       },
+       kSettings41Places.LoadHandler, 159},
+  };
+  for (const Case& c : cases) {
+    HostSim().Faults.clear();
+    HostSim().CallLog.clear();
+    ToXml engine;
+    engine.FileName = Path("out.xml");
+    std::filesystem::remove(engine.FileName);
+    c.Arrange(engine);
+    std::string before = Read(engine.FileName);
+    try {
+      engine.Invoke(0, 0);
+      ADD_FAILURE() << c.Name;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.Number, c.Number) << c.Name;
+      EXPECT_EQ(failure.Source, "FinalePlugIn") << c.Name;
+      EXPECT_EQ(failure.Description, MessageText(c.Message)) << c.Name;
+    }
+    EXPECT_EQ(Read(engine.FileName), before) << c.Name << ": the file stays as it was";
+    EXPECT_FALSE(HostSim().InEdit()) << c.Name;
+  }
+  EXPECT_NE(Log().find("Finale LoadSettings41 error -2147467259: LoadSettings41 broke down"),
+            std::string::npos)
+      << Log();
+}
+
+} // namespace
+} // namespace ostin

@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include "shell/error_log.h"
+#include "shell/failure.h"
+#include "temp_registry.h"
+
+namespace ostin {
+namespace {
+
+using testing::TempRegistryTest;
+
+class FailureTest : public TempRegistryTest {};
+
+constexpr int32_t kInner = Code(0x80040400);
+constexpr int32_t kOuter = Code(0x80040401);
+
+void Inner(const std::function<void()>& body) {
+  Guarded("Test Inner error ", kInner, body);
+}
+void Outer(const std::function<void()>& body) {
+  Guarded("Test Outer error ", kOuter, [&] { Inner(body); });
+}
+
+TEST_F(FailureTest, HandlerRoads) {
+  struct Case {
+    std::string Name;
+    std::function<void()> Body;
+    int32_t Number;
+    std::string Description;
+    std::string Logged;
+  };
+  const Case cases[] = {
+      {"own failure passes up unchanged",
+       [] { throw Failure(Code(0x80040555), "FinalePlugIn", "words for the user"); },
+       Code(0x80040555), "words for the user", ""},
+      {"foreign failure becomes the deepest operation's own",
+       [] { throw Failure(0x1234, "msxml3.dll", "broken"); }, kInner, "MusicXML internal error",
+       "Test Inner error 4660: broken"},
+      {"a C++ exception is a foreign failure", [] { throw std::runtime_error("oops"); }, kInner,
+       "MusicXML internal error", "Test Inner error -2147467259: oops"},
+  };
+  for (const Case& c : cases) {
+    std::filesystem::remove(Path("error.log"));
+    try {
+      Outer(c.Body);
+      ADD_FAILURE() << c.Name;
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.Number, c.Number) << c.Name;
+      EXPECT_EQ(failure.Source, "FinalePlugIn") << c.Name;
+      EXPECT_EQ(failure.Description, c.Description) << c.Name;
+    }
+    std::string log = Log();
+    if (c.Logged.empty()) {
+      EXPECT_EQ(log, "") << c.Name;
+    } else {
+      EXPECT_NE(log.find(c.Logged), std::string::npos) << log;
+      EXPECT_EQ(log.find("Test Outer"), std::string::npos) << "logged once, at the deepest";
+      EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
+    }
+    // The registers hold what the outermost handler saw.
+    EXPECT_EQ(Err().ErrNumber, c.Number) << c.Name;
+  }
+}
+
+TEST_F(FailureTest, GuardedGivesTheBodysResult) {
+  EXPECT_EQ(Guarded("x ", 1, [] { return 42; }), 42);
+}
+
+TEST_F(FailureTest, LogLinesFoldLineBreaks) {
+  WriteLog("first\r\nsecond\nthird");
+  std::string log = Log();
+  EXPECT_NE(log.find("Error: first / second / third\n"), std::string::npos) << log;
+}
+
+TEST_F(FailureTest, LoggerStartedBeforeThePathIsSetKeepsNoFile) {
+  ResetLogForTests();
+  WriteLog("before the path");
+  SetLogPath(Path("late.log"));
+  WriteLog("after the path");
+  EXPECT_FALSE(std::filesystem::exists(Path("late.log")));
+}
+
+TEST_F(FailureTest, LoggingNeverRaises) {
+  ResetLogForTests();
+  SetLogPath(Path("no-such-folder/error.log"));
+  EXPECT_NO_THROW(WriteLog("lost"));
+}
+
+} // namespace
+} // namespace ostin
