@@ -64,6 +64,19 @@ void ShowPlain(int32_t messageId) {
   platform::Windows().MessageBox(FormatResString(messageId), "", platform::kMbOk);
 }
 
+// Hands the dialog's choice to an engine and runs it; an empty file name is nothing to do.
+template <class Engine>
+bool RunEngine(Engine& engine, int32_t hwnd, const std::string& fileName, int32_t fileType,
+               const std::string& systemIdentifier, int32_t selectedRegion,
+               int32_t documentRegion) {
+  engine.hwnd = hwnd;
+  engine.FileName = fileName;
+  engine.FileType = fileType;
+  engine.SystemIdentifier = systemIdentifier;
+  if (engine.FileName.empty()) return false;
+  return engine.Invoke(selectedRegion, documentRegion);
+}
+
 bool StartsWith(const std::string& text, const std::string& head) {
   return text.compare(0, head.size(), head) == 0;
 }
@@ -154,12 +167,8 @@ bool FinaleMusicXML::InvokeImport(int32_t selectedRegion, int32_t documentRegion
   fromXml_ = std::make_unique<FromXml>();
   import_->Show();
   if (!import_->ImportOK()) return false;
-  fromXml_->hwnd = hwnd;
-  fromXml_->FileName = import_->InputFileName();
-  fromXml_->FileType = import_->InputFileType();
-  fromXml_->SystemIdentifier = import_->SystemIdentifier();
-  if (fromXml_->FileName.empty()) return false;
-  return fromXml_->Invoke(selectedRegion, documentRegion);
+  return RunEngine(*fromXml_, hwnd, import_->InputFileName(), import_->InputFileType(),
+                   import_->SystemIdentifier(), selectedRegion, documentRegion);
 }
 
 // The document's name: behind the "[" of the window title before 2003, its path after.
@@ -192,12 +201,8 @@ bool FinaleMusicXML::InvokeExport(int32_t selectedRegion, int32_t documentRegion
   export_->SuggestedFileName(suggested);
   export_->Show();
   if (!export_->ExportOK()) return false;
-  toXml_->hwnd = hwnd;
-  toXml_->FileName = export_->OutputFileName();
-  toXml_->FileType = export_->OutputFileType();
-  toXml_->SystemIdentifier = export_->SystemIdentifier();
-  if (toXml_->FileName.empty()) return false;
-  return toXml_->Invoke(selectedRegion, documentRegion);
+  return RunEngine(*toXml_, hwnd, export_->OutputFileName(), export_->OutputFileType(),
+                   export_->SystemIdentifier(), selectedRegion, documentRegion);
 }
 
 void FinaleMusicXML::FinalePlugIn_Terminate(int32_t) {

@@ -34,8 +34,9 @@ void FailForErrno(int error) {
   }
 }
 
+// An empty object reference is a runtime error of the program, not of the service.
 void FailUnset() {
-  throw Failure(91, std::string(kPlugInSource), "Object variable or With block variable not set");
+  throw Failure(91, "OstinConvLt", "Object variable or With block variable not set");
 }
 
 std::string TrimLineEnd(std::string text) {
