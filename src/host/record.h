@@ -18,6 +18,8 @@ struct RecordPlaces {
   int32_t Next, NextHandler;
   int32_t Delete, DeleteHandler;
   bool TwoPartKey = false; // Cmper1, Cmper2: logs name both parts
+  // The absence numbers of the year's variant call, where they differ from the plain ones.
+  int32_t LoadVariant = 0, NextVariant = 0;
 };
 
 // A text field on its way to the bridge: host bytes in, UTF-8 back after the call.
@@ -38,6 +40,14 @@ inline std::string ToHostText(const std::string& text) {
   return Utf8ToHost(text);
 }
 
+// The key of a record: Cmper (or Cmper1, or Entnum), Inci (or Cmper2), and a third part
+// for the records that have one.
+template <class Key> struct RecordKeyOf {
+  Key Cmper = 0;
+  int16_t Inci = 0;
+  int16_t Third = 0;
+};
+
 template <class Traits> class Record : public Traits::Fields {
 public:
   using Key = typename Traits::Key;
@@ -46,65 +56,66 @@ public:
   // Host year; the variant call is made from Traits::kVariantYear on.
   int32_t FinaleVersion = 2000;
 
-  Key Cmper() const { return cmper_; }
-  int16_t Inci() const { return inci_; }
+  Key Cmper() const { return key_.Cmper; }
+  int16_t Inci() const { return key_.Inci; }
+  int16_t Third() const { return key_.Third; }
 
-  // Makes the record with the host's defaults and reads them back.
-  void Create(Key cmper, int16_t inci) {
+  // Makes the record with the host's defaults and reads them back; -1 in the key takes
+  // the next free number.
+  void Create(Key cmper, int16_t inci, int16_t third = 0) {
     Guarded(Text("Create"), Places().CreateHandler, [&] {
-      cmper_ = cmper;
-      inci_ = inci;
-      if (!Traits::Create(Variant(), &cmper_, &inci_))
-        RaiseLogged("Finale create of " + Name() + " " + KeyText(cmper, inci), Places().Create);
-      if (!Traits::Load(Variant(), cmper_, inci_, AsFields()))
-        RaiseLogged("Finale load of new " + Name() + " " + KeyText(cmper_, inci_),
+      key_ = {cmper, inci, third};
+      std::string given = KeyText();
+      if (!Traits::Create(Variant(), key_))
+        RaiseLogged("Finale create of " + Name() + " " + given + " failed", Places().Create);
+      if (!Traits::Load(Variant(), key_, AsFields()))
+        RaiseLogged("Finale load of new " + Name() + " " + KeyText() + " failed",
                     Places().CreateLoad);
     });
   }
 
   // False when there is no such record.
-  [[nodiscard]] bool Load(Key cmper, int16_t inci) {
+  [[nodiscard]] bool Load(Key cmper, int16_t inci, int16_t third = 0) {
     return Guarded(Text("Load"), Places().LoadHandler, [&] {
-      cmper_ = cmper;
-      inci_ = inci;
-      return Traits::Load(Variant(), cmper_, inci_, AsFields()) != 0;
+      key_ = {cmper, inci, third};
+      return Traits::Load(Variant(), key_, AsFields()) != 0;
     });
   }
 
   // Load that needs the record: absence raises the class's number for it.
-  void MustLoad(Key cmper, int16_t inci) {
-    if (!Load(cmper, inci)) throw Failure::Internal(Places().Load);
+  void MustLoad(Key cmper, int16_t inci, int16_t third = 0) {
+    if (!Load(cmper, inci, third))
+      throw Failure::Internal(Variant() && Places().LoadVariant ? Places().LoadVariant
+                                                                : Places().Load);
   }
 
   void Save() {
     Guarded(Text("Save"), Places().SaveHandler, [&] {
-      if (!Traits::Save(Variant(), cmper_, inci_, AsFields()))
-        RaiseLogged("Finale save of " + Name() + " " + KeyText(cmper_, inci_), Places().Save);
+      if (!Traits::Save(Variant(), key_, AsFields()))
+        RaiseLogged("Finale save of " + Name() + " " + KeyText() + " failed", Places().Save);
     });
   }
 
   // False when no record follows the key.
-  [[nodiscard]] bool GetNext(Key cmper, int16_t inci) {
+  [[nodiscard]] bool GetNext(Key cmper, int16_t inci, int16_t third = 0) {
     return Guarded(std::string("Finale GetNext") + Traits::kClass + " error ", Places().NextHandler,
                    [&] {
-                     cmper_ = cmper;
-                     inci_ = inci;
-                     return Traits::Next(Variant(), &cmper_, &inci_, AsFields()) != 0;
+                     key_ = {cmper, inci, third};
+                     return Traits::Next(Variant(), key_, AsFields()) != 0;
                    });
   }
 
   void Delete() {
     Guarded(Text("Delete"), Places().DeleteHandler, [&] {
-      if (!Traits::Delete(Variant(), cmper_, inci_))
-        RaiseLogged("Finale deletion of " + Name() + " " + KeyText(cmper_, inci_), Places().Delete);
+      if (!Traits::Delete(Variant(), key_))
+        RaiseLogged("Finale deletion of " + Name() + " " + KeyText() + " failed", Places().Delete);
     });
   }
 
   static constexpr const RecordPlaces& Places() { return Traits::kPlaces; }
 
 protected:
-  Key cmper_ = 0;
-  int16_t inci_ = 0;
+  RecordKeyOf<Key> key_;
 
 private:
   Fields& AsFields() { return *this; }
@@ -118,10 +129,10 @@ private:
   static std::string Text(const char* verb) {
     return std::string("Finale ") + verb + Traits::kClass + " error ";
   }
-  std::string KeyText(Key cmper, int16_t inci) const {
-    std::string key = std::to_string(cmper);
-    if (Places().TwoPartKey) key += ", " + std::to_string(inci);
-    return key + " failed";
+  std::string KeyText() const {
+    std::string key = std::to_string(key_.Cmper);
+    if (Places().TwoPartKey) key += ", " + std::to_string(key_.Inci);
+    return key;
   }
 };
 

@@ -26,8 +26,36 @@
 #define OSTIN_KEYV_K2 int16_t cmper, int16_t inci
 #define OSTIN_KEYP_KE int32_t *cmper, int16_t *inci
 #define OSTIN_KEYV_KE int32_t cmper, int16_t inci
+#define OSTIN_KEYP_K3 int16_t *cmper, int16_t *inci, int16_t *third
+#define OSTIN_KEYV_K3 int16_t cmper, int16_t inci, int16_t third
 #define OSTIN_KEYTYPE_K2 int16_t
 #define OSTIN_KEYTYPE_KE int32_t
+#define OSTIN_KEYTYPE_K3 int16_t
+
+// Key arguments of a record class's calls, from its key `k`.
+#define OSTIN_KEYARGP_K2(k) &k.Cmper, &k.Inci
+#define OSTIN_KEYARGP_KE(k) &k.Cmper, &k.Inci
+#define OSTIN_KEYARGP_K3(k) &k.Cmper, &k.Inci, &k.Third
+#define OSTIN_KEYARGV_K2(k) k.Cmper, k.Inci
+#define OSTIN_KEYARGV_KE(k) k.Cmper, k.Inci
+#define OSTIN_KEYARGV_K3(k) k.Cmper, k.Inci, k.Third
+
+// The stand-in's key, from a call's key parameters.
+#define OSTIN_SIMKEYV_K2                                                                           \
+  ::ostin::sim::RecordKey {                                                                        \
+    cmper, inci, 0                                                                                 \
+  }
+#define OSTIN_SIMKEYV_KE                                                                           \
+  ::ostin::sim::RecordKey {                                                                        \
+    cmper, inci, 0                                                                                 \
+  }
+#define OSTIN_SIMKEYV_K3                                                                           \
+  ::ostin::sim::RecordKey {                                                                        \
+    cmper, inci, third                                                                             \
+  }
+#define OSTIN_SIMKEYP_K2 cmper, inci, nullptr
+#define OSTIN_SIMKEYP_KE cmper, inci, nullptr
+#define OSTIN_SIMKEYP_K3 cmper, inci, third
 
 // Pointer parameters (Load, Next).
 #define OSTIN_PTR_PARAM(kind, name, n) OSTIN_PTR_PARAM_##kind(name, n)

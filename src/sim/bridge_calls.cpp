@@ -6,14 +6,6 @@
 
 namespace {
 using ostin::sim::Host;
-
-// Keys travel in the widest form inside the stand-in.
-template <class K> struct WideKey {
-  K* cmper;
-  int32_t wide;
-  explicit WideKey(K* c) : cmper(c), wide(*c) {}
-  ~WideKey() { *cmper = static_cast<K>(wide); }
-};
 } // namespace
 
 #define OSTIN_SHAPE_OF(C) static const ostin::sim::RecordShape& shape = ostin::sim::ShapeOf(#C)
@@ -22,35 +14,35 @@ template <class K> struct WideKey {
 
 #define OSTIN_DEF_CREATE(C, B, K, S)                                                               \
   int16_t Create##B(OSTIN_KEYP_##K) {                                                              \
-    OSTIN_FAULT_POINT("Create" #B);                                                                \
     OSTIN_SHAPE_OF(C);                                                                             \
-    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                         \
-    return ostin::sim::CreateRecord(shape, key.wide, *inci);                                       \
+    OSTIN_FAULT_POINT("Create" #B);                                                                \
+    ostin::sim::PointerKey<OSTIN_KEYTYPE_##K> key(OSTIN_SIMKEYP_##K);                              \
+    return ostin::sim::CreateRecord(shape, key.Key);                                               \
   }
 #define OSTIN_DEF_LOAD(C, B, K, S)                                                                 \
   int16_t Load##B(OSTIN_KEYV_##K S(OSTIN_PTR_PARAM)) {                                             \
-    OSTIN_FAULT_POINT("Load" #B);                                                                  \
     OSTIN_SHAPE_OF(C);                                                                             \
-    return ostin::sim::LoadRecord(shape, cmper, inci, {S(OSTIN_SLOT)});                            \
+    OSTIN_FAULT_POINT("Load" #B);                                                                  \
+    return ostin::sim::LoadRecord(shape, OSTIN_SIMKEYV_##K, {S(OSTIN_SLOT)});                      \
   }
 #define OSTIN_DEF_SAVE(C, B, K, S)                                                                 \
   int16_t Save##B(OSTIN_KEYV_##K S(OSTIN_VAL_PARAM)) {                                             \
-    OSTIN_FAULT_POINT("Save" #B);                                                                  \
     OSTIN_SHAPE_OF(C);                                                                             \
-    return ostin::sim::SaveRecord(shape, cmper, inci, {S(OSTIN_VSLOT)});                           \
+    OSTIN_FAULT_POINT("Save" #B);                                                                  \
+    return ostin::sim::SaveRecord(shape, OSTIN_SIMKEYV_##K, {S(OSTIN_VSLOT)});                     \
   }
 #define OSTIN_DEF_NEXT(C, B, K, S)                                                                 \
   int16_t Next##B(OSTIN_KEYP_##K S(OSTIN_PTR_PARAM)) {                                             \
-    OSTIN_FAULT_POINT("Next" #B);                                                                  \
     OSTIN_SHAPE_OF(C);                                                                             \
-    WideKey<OSTIN_KEYTYPE_##K> key(cmper);                                                         \
-    return ostin::sim::NextRecord(shape, key.wide, *inci, {S(OSTIN_SLOT)});                        \
+    OSTIN_FAULT_POINT("Next" #B);                                                                  \
+    ostin::sim::PointerKey<OSTIN_KEYTYPE_##K> key(OSTIN_SIMKEYP_##K);                              \
+    return ostin::sim::NextRecord(shape, key.Key, {S(OSTIN_SLOT)});                                \
   }
 #define OSTIN_DEF_DELETE(C, B, K, S)                                                               \
   int16_t Delete##B(OSTIN_KEYV_##K) {                                                              \
-    OSTIN_FAULT_POINT("Delete" #B);                                                                \
     OSTIN_SHAPE_OF(C);                                                                             \
-    return ostin::sim::DeleteRecord(shape, cmper, inci);                                           \
+    OSTIN_FAULT_POINT("Delete" #B);                                                                \
+    return ostin::sim::DeleteRecord(shape, OSTIN_SIMKEYV_##K);                                     \
   }
 #define OSTIN_DEF(op, C, B, K, S) OSTIN_DEF_##op(C, B, K, S)
 #define OSTIN_DEFINE_PLAIN(C, B, K, S, ops) OSTIN_OPS(ops, OSTIN_DEF, C, B, K, S)
@@ -63,7 +55,7 @@ OSTIN_VARIANT_RECORDS(OSTIN_DEFINE_VARIANT)
 int16_t LoadLayerPrefs(int16_t number, int16_t* Restoffset, int16_t* Flag) {
   // The four layer preferences are records of their own under the layer's number.
   OSTIN_SHAPE_OF(LayerPrefs);
-  return ostin::sim::LoadRecord(shape, number, 0,
+  return ostin::sim::LoadRecord(shape, ostin::sim::RecordKey{number, 0, 0},
                                 {ostin::sim::Slot::Value("Restoffset", 0, Restoffset),
                                  ostin::sim::Slot::Value("Flag", 0, Flag)});
 }

@@ -17,7 +17,8 @@ constexpr const char* kFormatName = "ostin-document";
 constexpr int kFormatVersion = 1;
 
 std::string KeyText(const RecordKey& key) {
-  return "[" + std::to_string(key.Cmper) + ", " + std::to_string(key.Inci) + "]";
+  return "[" + std::to_string(key.Cmper) + ", " + std::to_string(key.Inci) +
+         (key.Third ? ", " + std::to_string(key.Third) : "") + "]";
 }
 
 bool FitsWidth(const nlohmann::json& value, FieldKind kind) {
@@ -59,13 +60,27 @@ void FieldFromJson(const Document& doc, const FieldShape& field, const nlohmann:
   }
 }
 
+size_t KeyParts(const RecordShape& shape) {
+  return shape.Key == KeyForm::K3 ? 3 : 2;
+}
+
 RecordKey KeyFromJson(const nlohmann::json& json, const RecordShape& shape,
                       const std::string& where) {
-  if (!json.is_array() || json.size() != 2 || !json[1].is_number_integer() ||
-      !FitsWidth(json[1], FieldKind::I16) ||
-      !FitsWidth(json[0], shape.Key == KeyForm::KE ? FieldKind::I32 : FieldKind::I16))
-    throw DocumentError(where + ": key must be a pair of numbers of the record's widths");
-  return RecordKey{json[0].get<int32_t>(), json[1].get<int16_t>()};
+  size_t parts = KeyParts(shape);
+  bool fits = json.is_array() && json.size() == parts &&
+              FitsWidth(json[0], shape.Key == KeyForm::KE ? FieldKind::I32 : FieldKind::I16);
+  for (size_t i = 1; fits && i < parts; ++i)
+    fits = FitsWidth(json[i], FieldKind::I16);
+  if (!fits)
+    throw DocumentError(where + ": key must be " + std::to_string(parts) +
+                        " numbers of the record's widths");
+  return RecordKey{json[0].get<int32_t>(), json[1].get<int16_t>(),
+                   parts == 3 ? json[2].get<int16_t>() : int16_t{0}};
+}
+
+nlohmann::json KeyToJson(const RecordKey& key, const RecordShape& shape) {
+  if (KeyParts(shape) == 3) return {key.Cmper, key.Inci, key.Third};
+  return {key.Cmper, key.Inci};
 }
 
 void RecordsFromJson(Document& doc, const nlohmann::json& records) {
@@ -128,7 +143,7 @@ nlohmann::json Document::ToJson() const {
     nlohmann::json rows = nlohmann::json::array();
     for (const auto& [key, record] : table.Rows) {
       nlohmann::json row = nlohmann::json::object();
-      row["key"] = {key.Cmper, key.Inci};
+      row["key"] = KeyToJson(key, *table.Shape);
       for (size_t i = 0; i < table.Shape->Fields.size(); ++i)
         row[table.Shape->Fields[i].Name] = FieldToJson(table.Shape->Fields[i], record[i]);
       rows.push_back(std::move(row));

@@ -17,6 +17,7 @@ namespace ostin::sim {
 struct RecordKey {
   int32_t Cmper = 0; // Cmper, Cmper1 or Entnum
   int16_t Inci = 0;  // Inci or Cmper2
+  int16_t Third = 0; // the third key of the records that have one
   auto operator<=>(const RecordKey&) const = default;
 };
 

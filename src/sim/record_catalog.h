@@ -19,7 +19,7 @@ struct FieldShape {
 
 namespace ostin::sim {
 
-enum class KeyForm { K2, KE };
+enum class KeyForm { K2, KE, K3 };
 
 struct RecordShape {
   std::string Class;

@@ -18,7 +18,7 @@ void AfterDelete(const RecordShape& shape, RecordTable& table, RecordKey key) {
   if (shape.Class != "InstrumentUsed") return;
   auto it = table.Rows.upper_bound(key);
   while (it != table.Rows.end() && it->first.Cmper == key.Cmper) {
-    RecordKey up{key.Cmper, static_cast<int16_t>(it->first.Inci - 1)};
+    RecordKey up{key.Cmper, static_cast<int16_t>(it->first.Inci - 1), it->first.Third};
     StoredRecord moved = std::move(it->second);
     it = table.Rows.erase(it);
     table.Rows.emplace(up, std::move(moved));
@@ -83,11 +83,14 @@ int32_t NextFreeCmper(const RecordTable& table) {
   return highest + 1;
 }
 
-int16_t NextFreeInci(const RecordTable& table, int32_t cmper) {
-  auto it = table.Rows.lower_bound(RecordKey{cmper + 1, INT16_MIN});
-  if (it == table.Rows.begin()) return 0;
-  --it;
-  return it->first.Cmper == cmper ? static_cast<int16_t>(it->first.Inci + 1) : 0;
+// The next free number of one part of the key, under the parts before it.
+int16_t NextFreeBelow(const RecordTable& table, const RecordKey& key, bool third) {
+  int16_t highest = -1;
+  for (const auto& [k, record] : table.Rows) {
+    if (k.Cmper != key.Cmper || (third && k.Inci != key.Inci)) continue;
+    highest = std::max(highest, third ? k.Third : k.Inci);
+  }
+  return static_cast<int16_t>(highest + 1);
 }
 } // namespace
 
@@ -97,45 +100,44 @@ const RecordShape& ShapeOf(const char* className) {
   return *shape;
 }
 
-int16_t CreateRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci) {
+int16_t CreateRecord(const RecordShape& shape, RecordKey& key) {
   RecordTable& table = Doc().Table(shape);
-  if (cmper == -1) cmper = NextFreeCmper(table);
-  if (inci == -1) inci = NextFreeInci(table, cmper);
-  table.Rows.try_emplace(RecordKey{cmper, inci}, Doc().NewRecord(shape));
+  if (key.Cmper == -1) key.Cmper = NextFreeCmper(table);
+  if (key.Inci == -1) key.Inci = NextFreeBelow(table, key, false);
+  if (key.Third == -1) key.Third = NextFreeBelow(table, key, true);
+  table.Rows.try_emplace(key, Doc().NewRecord(shape));
   return 1;
 }
 
-int16_t LoadRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots) {
+int16_t LoadRecord(const RecordShape& shape, const RecordKey& key, Slots slots) {
   const RecordTable* table = Doc().FindTable(shape.Class);
   if (!table) return 0;
-  auto it = table->Rows.find(RecordKey{cmper, inci});
+  auto it = table->Rows.find(key);
   if (it == table->Rows.end()) return 0;
   Fill(shape, it->second, slots);
   return 1;
 }
 
-int16_t SaveRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots) {
+int16_t SaveRecord(const RecordShape& shape, const RecordKey& key, Slots slots) {
   RecordTable& table = Doc().Table(shape);
-  auto [it, added] = table.Rows.try_emplace(RecordKey{cmper, inci}, Doc().NewRecord(shape));
+  auto [it, added] = table.Rows.try_emplace(key, Doc().NewRecord(shape));
   for (const Slot& slot : slots)
     WriteSlot(slot, it->second[FieldOf(shape, slot)]);
   return 1;
 }
 
-int16_t NextRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci, Slots slots) {
+int16_t NextRecord(const RecordShape& shape, RecordKey& key, Slots slots) {
   const RecordTable* table = Doc().FindTable(shape.Class);
   if (!table) return 0;
-  auto it = table->Rows.upper_bound(RecordKey{cmper, inci});
+  auto it = table->Rows.upper_bound(key);
   if (it == table->Rows.end()) return 0;
-  cmper = it->first.Cmper;
-  inci = it->first.Inci;
+  key = it->first;
   Fill(shape, it->second, slots);
   return 1;
 }
 
-int16_t DeleteRecord(const RecordShape& shape, int32_t cmper, int16_t inci) {
+int16_t DeleteRecord(const RecordShape& shape, const RecordKey& key) {
   RecordTable& table = Doc().Table(shape);
-  RecordKey key{cmper, inci};
   if (table.Rows.erase(key) == 0) return 0;
   AfterDelete(shape, table, key);
   return 1;

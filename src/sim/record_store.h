@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "sim/document.h"
 #include "sim/record_catalog.h"
 
 namespace ostin::sim {
@@ -36,13 +37,36 @@ struct Slot {
 
 using Slots = std::initializer_list<Slot>;
 
-// Create: -1 as Cmper or Inci takes the next free number and writes it back.
-int16_t CreateRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci);
-int16_t LoadRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots);
-int16_t SaveRecord(const RecordShape& shape, int32_t cmper, int16_t inci, Slots slots);
+// A key passed by pointers: read on the way in, written back on the way out.
+template <class K> class PointerKey {
+public:
+  PointerKey(K* cmper, int16_t* inci, int16_t* third)
+      : cmper_(cmper), inci_(inci), third_(third), Key{*cmper, *inci, third ? *third : int16_t{0}} {
+  }
+  ~PointerKey() {
+    *cmper_ = static_cast<K>(Key.Cmper);
+    *inci_ = Key.Inci;
+    if (third_) *third_ = Key.Third;
+  }
+  PointerKey(const PointerKey&) = delete;
+  PointerKey& operator=(const PointerKey&) = delete;
+
+private:
+  K* cmper_;
+  int16_t* inci_;
+  int16_t* third_;
+
+public:
+  RecordKey Key;
+};
+
+// Create: -1 in a part of the key takes the next free number and writes it back.
+int16_t CreateRecord(const RecordShape& shape, RecordKey& key);
+int16_t LoadRecord(const RecordShape& shape, const RecordKey& key, Slots slots);
+int16_t SaveRecord(const RecordShape& shape, const RecordKey& key, Slots slots);
 // Next: the first record after the key; rewrites the key.
-int16_t NextRecord(const RecordShape& shape, int32_t& cmper, int16_t& inci, Slots slots);
-int16_t DeleteRecord(const RecordShape& shape, int32_t cmper, int16_t inci);
+int16_t NextRecord(const RecordShape& shape, RecordKey& key, Slots slots);
+int16_t DeleteRecord(const RecordShape& shape, const RecordKey& key);
 
 // The shape of a record class the bridge serves; the class must exist.
 const RecordShape& ShapeOf(const char* className);

@@ -48,7 +48,7 @@ TEST_F(DocumentTest, DocumentsThatDoNotFitAreRefusedWithWhatAndWhere) {
       {head + R"({"InstrumentUsed":[{"key":[0,0],"Separ":40000}]}})", ""},
       {head + R"({"Gfhold":[{"key":[1,1],"Frame":[1,2,3,4,5]}]}})",
        "field Frame: a list of at most 4 numbers"},
-      {head + R"({"Settings12":[{"key":[70000,0]}]}})", "key must be a pair"},
+      {head + R"({"Settings12":[{"key":[70000,0]}]}})", "key must be 2 numbers"},
       {head + R"({"Settings12":[{"key":[-2,0]},{"key":[-2,0]}]}})", "key given twice"},
   };
   for (const Case& c : cases) {

@@ -1,0 +1,55 @@
+#pragma once
+// MIDI and instrument records. Field lists in the order of their bridge calls.
+
+#define OSTIN_SHAPE_Tempo(F)                                                                       \
+  F(I32, Eldur, 1)                                                                                 \
+  F(I32, Ratio, 1)                                                                                 \
+  F(I16, Step, 1)                                                                                  \
+  F(I16, Flag, 1)
+
+#define OSTIN_SHAPE_MidiEvent(F)                                                                   \
+  F(I32, Start, 1)                                                                                 \
+  F(I16, Message, 1)                                                                               \
+  F(I16, Data1, 1)                                                                                 \
+  F(I16, Data2, 1)
+
+#define OSTIN_SHAPE_MidiPatch(F)                                                                   \
+  F(I16, PatchAndPatchType_1, 1)                                                                   \
+  F(I16, BankData_1, 1)                                                                            \
+  F(I16, PatchAndPatchType_2, 1)                                                                   \
+  F(I16, BankData_2, 1)                                                                            \
+  F(I16, PatchAndPatchType_3, 1)                                                                   \
+  F(I16, BankData_3, 1)
+
+#define OSTIN_SHAPE_PatchList(F)                                                                   \
+  F(B16, Layers, 4)                                                                                \
+  F(I16, Chords, 1)                                                                                \
+  F(I16, Expressions, 1)                                                                           \
+  F(I16, Flag, 1)
+
+#define OSTIN_SHAPE_Orchestra(F) F(I16, PatchInfo, 1)
+
+#define OSTIN_SHAPE_OrchestraText(F) F(TXT, Text, 1)
+
+#define OSTIN_SHAPE_PercussionMapTitle(F) F(TXT, Text, 1)
+
+#define OSTIN_SHAPE_PercussionNoteDef(F)                                                           \
+  F(I16, MidiNote, 1)                                                                              \
+  F(I16, StaffPos, 1)                                                                              \
+  F(I16, ClosedNotehead, 1)                                                                        \
+  F(I16, OpenNotehead, 1)
+
+#define OSTIN_SHAPE_PercussionNoteName(F) F(TXT, Text, 1)
+
+#define OSTIN_MIDI_RECORDS(R)                                                                      \
+  R(Tempo, Tempo, K2, OSTIN_SHAPE_Tempo, CLS)                                                      \
+  R(MidiEvent, MidiExpression, K2, OSTIN_SHAPE_MidiEvent, CLS)                                     \
+  R(MidiPatch, MidiPatch, K2, OSTIN_SHAPE_MidiPatch, CLS)                                          \
+  R(PatchList, PatchList, K2, OSTIN_SHAPE_PatchList, CLS)                                          \
+  R(Orchestra, Orchestra, K2, OSTIN_SHAPE_Orchestra, CLS)                                          \
+  R(OrchestraText, OrchestraText, K2, OSTIN_SHAPE_OrchestraText, CLS)                              \
+  R(PercussionMapTitle, PercussionMapTitle, K2, OSTIN_SHAPE_PercussionMapTitle, CLS)               \
+  R(PercussionNoteDef, PercussionNoteDef, K2, OSTIN_SHAPE_PercussionNoteDef, CLS)                  \
+  R(PercussionNoteName, PercussionNoteName, K2, OSTIN_SHAPE_PercussionNoteName, CLS)
+
+#define OSTIN_MIDI_VARIANTS(V)
