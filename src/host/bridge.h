@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <string>
 
+#include "host/bridge_frames.h"
 #include "host/bridge_records.h"
+#include "host/bridge_text.h"
 
 // Version: the host's year, 2000 to 2004.
 int32_t FtxFinaleVersion();

@@ -172,6 +172,8 @@ Document Document::FromJson(const nlohmann::json& json) {
     throw DocumentError("\"maxLayers\" must be from 4 to 16");
   doc.Title = json.value("title", "");
   if (json.contains("records")) RecordsFromJson(doc, json["records"]);
+  if (json.contains("texts")) doc.Texts = TextStore::FromJson(json["texts"]);
+  if (json.contains("frames")) doc.Frames = FrameStore::FromJson(json["frames"]);
   return doc;
 }
 

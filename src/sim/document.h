@@ -10,7 +10,9 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include "sim/frame_store.h"
 #include "sim/record_catalog.h"
+#include "sim/text_store.h"
 
 namespace ostin::sim {
 
@@ -47,6 +49,8 @@ public:
   std::string Path;  // the file it was read from or saved to; empty for a new document
   std::string Title; // the name the host shows for a document without a file
   std::map<std::string, RecordTable, std::less<>> Records;
+  TextStore Texts;
+  FrameStore Frames;
 
   RecordTable& Table(const RecordShape& shape);
   const RecordTable* FindTable(std::string_view className) const;

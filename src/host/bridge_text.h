@@ -1,0 +1,4 @@
+#pragma once
+// Bridge calls of texts and fonts.
+#include <cstdint>
+#include <string>
