@@ -50,20 +50,20 @@ template <class Key> struct RecordKeyOf {
 
 template <class Traits> class Record : public Traits::Fields {
 public:
-  using Key = typename Traits::Key;
+  using KeyType = typename Traits::Key;
   using Fields = typename Traits::Fields;
 
   // Host year; the variant call is made from Traits::kVariantYear on.
   int32_t FinaleVersion = 2000;
 
-  Key Cmper() const { return key_.Cmper; }
+  KeyType Cmper() const { return key_.Cmper; }
   int16_t Inci() const { return key_.Inci; }
   int16_t Third() const { return key_.Third; }
 
   // Makes the record with the host's defaults and reads them back; -1 in the key takes
   // the next free number.
-  void Create(Key cmper, int16_t inci, int16_t third = 0) {
-    Guarded(Text("Create"), Places().CreateHandler, [&] {
+  void Create(KeyType cmper, int16_t inci, int16_t third = 0) {
+    Guarded(HandlerText("Create"), Places().CreateHandler, [&] {
       key_ = {cmper, inci, third};
       std::string given = KeyText();
       if (!Traits::Create(Variant(), key_))
@@ -75,29 +75,29 @@ public:
   }
 
   // False when there is no such record.
-  [[nodiscard]] bool Load(Key cmper, int16_t inci, int16_t third = 0) {
-    return Guarded(Text("Load"), Places().LoadHandler, [&] {
+  [[nodiscard]] bool Load(KeyType cmper, int16_t inci, int16_t third = 0) {
+    return Guarded(HandlerText("Load"), Places().LoadHandler, [&] {
       key_ = {cmper, inci, third};
       return Traits::Load(Variant(), key_, AsFields()) != 0;
     });
   }
 
   // Load that needs the record: absence raises the class's number for it.
-  void MustLoad(Key cmper, int16_t inci, int16_t third = 0) {
+  void MustLoad(KeyType cmper, int16_t inci, int16_t third = 0) {
     if (!Load(cmper, inci, third))
       throw Failure::Internal(Variant() && Places().LoadVariant ? Places().LoadVariant
                                                                 : Places().Load);
   }
 
   void Save() {
-    Guarded(Text("Save"), Places().SaveHandler, [&] {
+    Guarded(HandlerText("Save"), Places().SaveHandler, [&] {
       if (!Traits::Save(Variant(), key_, AsFields()))
         RaiseLogged("Finale save of " + Name() + " " + KeyText() + " failed", Places().Save);
     });
   }
 
   // False when no record follows the key.
-  [[nodiscard]] bool GetNext(Key cmper, int16_t inci, int16_t third = 0) {
+  [[nodiscard]] bool GetNext(KeyType cmper, int16_t inci, int16_t third = 0) {
     return Guarded(std::string("Finale GetNext") + Traits::kClass + " error ", Places().NextHandler,
                    [&] {
                      key_ = {cmper, inci, third};
@@ -106,7 +106,7 @@ public:
   }
 
   void Delete() {
-    Guarded(Text("Delete"), Places().DeleteHandler, [&] {
+    Guarded(HandlerText("Delete"), Places().DeleteHandler, [&] {
       if (!Traits::Delete(Variant(), key_))
         RaiseLogged("Finale deletion of " + Name() + " " + KeyText() + " failed", Places().Delete);
     });
@@ -115,7 +115,7 @@ public:
   static constexpr const RecordPlaces& Places() { return Traits::kPlaces; }
 
 protected:
-  RecordKeyOf<Key> key_;
+  RecordKeyOf<KeyType> key_;
 
 private:
   Fields& AsFields() { return *this; }
@@ -126,7 +126,7 @@ private:
     return Variant() ? std::string(Traits::kClass) + std::to_string(Traits::kVariantYear)
                      : std::string(Traits::kClass);
   }
-  static std::string Text(const char* verb) {
+  static std::string HandlerText(const char* verb) {
     return std::string("Finale ") + verb + Traits::kClass + " error ";
   }
   std::string KeyText() const {
