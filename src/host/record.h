@@ -53,6 +53,8 @@ public:
   using KeyType = typename Traits::Key;
   using Fields = typename Traits::Fields;
 
+  Record() { Traits::NameBlocks(*this); }
+
   // Host year; the variant call is made from Traits::kVariantYear on.
   int32_t FinaleVersion = 2000;
 
@@ -67,9 +69,9 @@ public:
       key_ = {cmper, inci, third};
       std::string given = KeyText();
       if (!Traits::Create(Variant(), key_))
-        RaiseLogged("Finale create of " + Name() + " " + given + " failed", Places().Create);
+        RaiseLogged("Finale create of " + CallName() + " " + given + " failed", Places().Create);
       if (!Traits::Load(Variant(), key_, AsFields()))
-        RaiseLogged("Finale load of new " + Name() + " " + KeyText() + " failed",
+        RaiseLogged("Finale load of new " + CallName() + " " + KeyText() + " failed",
                     Places().CreateLoad);
     });
   }
@@ -92,7 +94,7 @@ public:
   void Save() {
     Guarded(HandlerText("Save"), Places().SaveHandler, [&] {
       if (!Traits::Save(Variant(), key_, AsFields()))
-        RaiseLogged("Finale save of " + Name() + " " + KeyText() + " failed", Places().Save);
+        RaiseLogged("Finale save of " + CallName() + " " + KeyText() + " failed", Places().Save);
     });
   }
 
@@ -108,21 +110,25 @@ public:
   void Delete() {
     Guarded(HandlerText("Delete"), Places().DeleteHandler, [&] {
       if (!Traits::Delete(Variant(), key_))
-        RaiseLogged("Finale deletion of " + Name() + " " + KeyText() + " failed", Places().Delete);
+        RaiseLogged("Finale deletion of " + CallName() + " " + KeyText() + " failed",
+                    Places().Delete);
     });
   }
 
   static constexpr const RecordPlaces& Places() { return Traits::kPlaces; }
+  // The host year's variant call is made.
+  bool Variant() const {
+    return Traits::kVariantYear != 0 && FinaleVersion >= Traits::kVariantYear;
+  }
 
 protected:
   RecordKeyOf<KeyType> key_;
 
+  template <class, class> friend class RecordExtras;
+
 private:
   Fields& AsFields() { return *this; }
-  bool Variant() const {
-    return Traits::kVariantYear != 0 && FinaleVersion >= Traits::kVariantYear;
-  }
-  std::string Name() const {
+  std::string CallName() const {
     return Variant() ? std::string(Traits::kClass) + std::to_string(Traits::kVariantYear)
                      : std::string(Traits::kClass);
   }

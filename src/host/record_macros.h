@@ -6,6 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "host/block.h"
+
+// The list without its first element: a field list of a call that has no key.
+#define OSTIN_NOFIRST(...) OSTIN_NOFIRST_(__VA_ARGS__)
+#define OSTIN_NOFIRST_(first, ...) __VA_ARGS__
+
 #define OSTIN_CAT_(a, b) a##b
 #define OSTIN_CAT(a, b) OSTIN_CAT_(a, b)
 
@@ -86,8 +92,16 @@
 #define OSTIN_MEMBER_I32(name, n) int32_t name = 0;
 #define OSTIN_MEMBER_TXT(name, n) std::string name;
 #define OSTIN_MEMBER_P16(name, n) std::vector<int16_t> name = std::vector<int16_t>(n);
-#define OSTIN_MEMBER_B16(name, n) std::array<int16_t, n> name{};
-#define OSTIN_MEMBER_B32(name, n) std::array<int32_t, n> name{};
+#define OSTIN_MEMBER_B16(name, n) ::ostin::Block<int16_t, n, ::ostin::FirstIndex(#name)> name;
+#define OSTIN_MEMBER_B32(name, n) ::ostin::Block<int32_t, n, ::ostin::FirstIndex(#name)> name;
+// Names each block of a record for its messages.
+#define OSTIN_NAME_BLOCK(kind, name, n) OSTIN_NAME_BLOCK_##kind(name)
+#define OSTIN_NAME_BLOCK_I16(name)
+#define OSTIN_NAME_BLOCK_I32(name)
+#define OSTIN_NAME_BLOCK_TXT(name)
+#define OSTIN_NAME_BLOCK_P16(name)
+#define OSTIN_NAME_BLOCK_B16(name) f.name.Name(kClass, #name);
+#define OSTIN_NAME_BLOCK_B32(name) f.name.Name(kClass, #name);
 
 // Arguments of a record class's calls, from its fields `f`.
 #define OSTIN_PTR_ARG(kind, name, n) OSTIN_PTR_ARG_##kind(name, n)

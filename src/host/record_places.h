@@ -8,6 +8,7 @@
 #include "host/record_places_line.h"
 #include "host/record_places_midi.h"
 #include "host/record_places_preferences.h"
+#include "host/record_places_handmade.h"
 #include "host/record_places_text.h"
 
 namespace ostin {

@@ -50,4 +50,9 @@
   V(Gfhold, Gfhold, K2, OSTIN_SHAPE_Gfhold, OSTIN_SHAPE_GfholdPlain, 2004, CLSND)                  \
   OSTIN_FAMILY_VARIANTS(V)
 
-#define OSTIN_HANDMADE_RECORDS(H) H(LayerPrefs, K2, OSTIN_SHAPE_LayerPrefs) OSTIN_TEXT_HANDMADE(H)
+#define OSTIN_HANDMADE_RECORDS(H)                                                                  \
+  H(LayerPrefs, K2, OSTIN_SHAPE_LayerPrefs)                                                        \
+  OSTIN_DOCUMENT_HANDMADE(H)                                                                       \
+  OSTIN_ENTRY_HANDMADE(H)                                                                          \
+  OSTIN_EXPRESSION_HANDMADE(H)                                                                     \
+  OSTIN_LINE_HANDMADE(H) OSTIN_MIDI_HANDMADE(H) OSTIN_PREFERENCES_HANDMADE(H) OSTIN_TEXT_HANDMADE(H)

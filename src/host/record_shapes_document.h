@@ -310,3 +310,22 @@
 #define OSTIN_DOCUMENT_VARIANTS(V)                                                                 \
   V(StaffSpec, StaffSpec, K2, OSTIN_SHAPE_StaffSpec, OSTIN_SHAPE_StaffSpecPlain, 2003, CLS)        \
   V(StaffStyle, StaffStyle, K2, OSTIN_SHAPE_StaffStyle, OSTIN_SHAPE_StaffStylePlain, 2003, CLSN)
+
+// The document header has no key: one per document, kept under 0, 0.
+#define OSTIN_SHAPE_Header(F)                                                                      \
+  F(TXT, HeaderType, 1)                                                                            \
+  F(TXT, Copyright, 1) F(B16, Status, 4) F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1)            \
+      F(I16, CreatedDay, 1) F(TXT, CreatedModifiedBy, 1) F(I32, CreatedEnigmaVersion, 1)           \
+          F(TXT, CreatedApplication, 1) F(TXT, CreatedPlatform, 1) F(I32, CreatedAppVersion, 1)    \
+              F(I32, CreatedFileVersion, 1) F(I16, ModifiedYear, 1) F(I16, ModifiedMonth, 1)       \
+                  F(I16, ModifiedDay, 1) F(TXT, ModifiedModifiedBy, 1)                             \
+                      F(I32, ModifiedEnigmaVersion, 1) F(TXT, ModifiedApplication, 1)              \
+                          F(TXT, ModifiedPlatform, 1) F(I32, ModifiedAppVersion, 1)                \
+                              F(I32, ModifiedFileVersion, 1) F(I16, PrintedYear, 1)                \
+                                  F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1)                    \
+                                      F(TXT, PrintedModifiedBy, 1) F(I32, PrintedEnigmaVersion, 1) \
+                                          F(TXT, PrintedApplication, 1) F(TXT, PrintedPlatform, 1) \
+                                              F(I32, PrintedAppVersion, 1)                         \
+                                                  F(I32, PrintedFileVersion, 1) F(TXT, Title, 1)   \
+                                                      F(TXT, Composer, 1) F(TXT, UserCopyright, 1)
+#define OSTIN_DOCUMENT_HANDMADE(H) H(Header, K2, OSTIN_SHAPE_Header)

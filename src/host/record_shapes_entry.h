@@ -126,3 +126,19 @@
   R(PerformanceData, PerformanceData, KE, OSTIN_SHAPE_PerformanceData, CLS)
 
 #define OSTIN_ENTRY_VARIANTS(V)
+
+// Lyric syllables on entries, and the baselines of verses, choruses and sections (keys
+// Number, Cmper1, Cmper2).
+#define OSTIN_SHAPE_Lyric(F)                                                                       \
+  F(I16, RawTextNum, 1) F(I16, Syll, 1) F(I16, Posadd, 1) F(I16, Lineadd, 1) F(I16, Wext, 1)
+#define OSTIN_SHAPE_Baseline(F) F(I32, Offset, 1)
+// Raw lyric texts under their id, which lyric records name as RawTextNum.
+#define OSTIN_SHAPE_LyricText(F) F(TXT, Text, 1)
+#define OSTIN_ENTRY_HANDMADE(H)                                                                    \
+  H(VerseLyric, KE, OSTIN_SHAPE_Lyric)                                                             \
+  H(ChorusLyric, KE, OSTIN_SHAPE_Lyric) H(SectionLyric, KE, OSTIN_SHAPE_Lyric)                     \
+      H(VerseLyricText, K2, OSTIN_SHAPE_LyricText) H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText)   \
+          H(SectionLyricText, K2, OSTIN_SHAPE_LyricText)                                           \
+              H(VerseBaseline, K3, OSTIN_SHAPE_Baseline)                                           \
+                  H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline)                                      \
+                      H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)

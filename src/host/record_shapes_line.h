@@ -151,3 +151,5 @@
 
 #define OSTIN_LINE_VARIANTS(V)                                                                     \
   V(SmartShape, SmartShape, K2, OSTIN_SHAPE_SmartShape, OSTIN_SHAPE_SmartShapePlain, 2004, CLS)
+
+#define OSTIN_LINE_HANDMADE(H)

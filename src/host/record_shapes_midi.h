@@ -53,3 +53,18 @@
   R(PercussionNoteName, PercussionNoteName, K2, OSTIN_SHAPE_PercussionNoteName, CLS)
 
 #define OSTIN_MIDI_VARIANTS(V)
+
+// A percussion staff's assignment: the tag goes by value as a third key, the play map of
+// 128 keys travels packed in 8 words.
+#define OSTIN_SHAPE_DrumStaff(F) F(I32, Tag, 1) F(I16, PercMap, 1) F(P16, PlayMap, 8)
+// A fretted instrument: the tuning block goes as one pointer on load and not at all on save.
+#define OSTIN_SHAPE_FretInstrument(F)                                                              \
+  F(I16, DiatonicStepsLo, 1)                                                                       \
+  F(I16, DiatonicStepsHi, 1) F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1)     \
+      F(TXT, Name, 1) F(P16, StringTuning, 24)
+#define OSTIN_SHAPE_FretInstrumentSave(F)                                                          \
+  F(I16, DiatonicStepsLo, 1)                                                                       \
+  F(I16, DiatonicStepsHi, 1) F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1)     \
+      F(TXT, Name, 1)
+#define OSTIN_MIDI_HANDMADE(H)                                                                     \
+  H(DrumStaff, K2, OSTIN_SHAPE_DrumStaff) H(FretInstrument, K2, OSTIN_SHAPE_FretInstrument)

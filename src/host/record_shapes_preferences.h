@@ -156,3 +156,5 @@
   R(FieldInfo, FieldInfo, K2, OSTIN_SHAPE_FieldInfo, CLS)
 
 #define OSTIN_PREFERENCES_VARIANTS(V)
+
+#define OSTIN_PREFERENCES_HANDMADE(H)

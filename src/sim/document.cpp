@@ -51,6 +51,11 @@ void FieldFromJson(const Document& doc, const FieldShape& field, const nlohmann:
     return;
   }
   int size = doc.BlockSize(field);
+  // A block of passes is as long as the record says.
+  if (Document::IsGrowingBlock(field) && json.is_array() && !json.empty()) {
+    size = static_cast<int>(json.size());
+    value.Numbers.assign(size, 0);
+  }
   if (!json.is_array() || static_cast<int>(json.size()) > size)
     throw DocumentError(at + ": a list of at most " + std::to_string(size) + " numbers expected");
   for (size_t i = 0; i < json.size(); ++i) {
@@ -119,6 +124,10 @@ RecordTable& Document::Table(const RecordShape& shape) {
 const RecordTable* Document::FindTable(std::string_view className) const {
   auto it = Records.find(className);
   return it == Records.end() ? nullptr : &it->second;
+}
+
+bool Document::IsGrowingBlock(const FieldShape& field) {
+  return field.Kind == FieldKind::P16 && std::strcmp(field.Name, "Passes") == 0;
 }
 
 int Document::BlockSize(const FieldShape& field) const {

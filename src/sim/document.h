@@ -58,6 +58,8 @@ public:
   StoredRecord NewRecord(const RecordShape& shape) const;
   // Elements of a block field as this document holds it.
   int BlockSize(const FieldShape& field) const;
+  // Blocks whose length the record holds in another field (the passes of an ending).
+  static bool IsGrowingBlock(const FieldShape& field);
 
   nlohmann::json ToJson() const;
   // Reads a document; a record type, key or field that does not fit is refused with a

@@ -94,6 +94,26 @@ int16_t NextFreeBelow(const RecordTable& table, const RecordKey& key, bool third
 }
 } // namespace
 
+const StoredRecord* FindRecord(const RecordShape& shape, const RecordKey& key) {
+  const RecordTable* table = Doc().FindTable(shape.Class);
+  if (!table) return nullptr;
+  auto it = table->Rows.find(key);
+  return it == table->Rows.end() ? nullptr : &it->second;
+}
+
+StoredRecord& RecordForWrite(const RecordShape& shape, const RecordKey& key) {
+  RecordTable& table = Doc().Table(shape);
+  return table.Rows.try_emplace(key, Doc().NewRecord(shape)).first->second;
+}
+
+const RecordTable* TableOf(const RecordShape& shape) {
+  return Doc().FindTable(shape.Class);
+}
+
+void FillFromRecord(const RecordShape& shape, const StoredRecord& record, Slots slots) {
+  Fill(shape, record, slots);
+}
+
 const RecordShape& ShapeOf(const char* className) {
   const RecordShape* shape = FindRecordShape(className);
   if (!shape) throw std::logic_error(std::string("no record shape ") + className);

@@ -68,6 +68,16 @@ int16_t SaveRecord(const RecordShape& shape, const RecordKey& key, Slots slots);
 int16_t NextRecord(const RecordShape& shape, RecordKey& key, Slots slots);
 int16_t DeleteRecord(const RecordShape& shape, const RecordKey& key);
 
+// The stored record under a key, or nullptr; for writing, made with the host's defaults
+// when it is missing.
+const StoredRecord* FindRecord(const RecordShape& shape, const RecordKey& key);
+StoredRecord& RecordForWrite(const RecordShape& shape, const RecordKey& key);
+// Walks the records of a type in key order.
+const RecordTable* TableOf(const RecordShape& shape);
+
+// Fills the call's slots from a record.
+void FillFromRecord(const RecordShape& shape, const StoredRecord& record, Slots slots);
+
 // The shape of a record class the bridge serves; the class must exist.
 const RecordShape& ShapeOf(const char* className);
 

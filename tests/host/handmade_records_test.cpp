@@ -1,0 +1,249 @@
+#include <gtest/gtest.h>
+
+#include "../support/host_test.h"
+#include "host/handmade_records.h"
+
+namespace ostin {
+namespace {
+
+using testing::HostTest;
+using Fault = sim::Host::Fault;
+
+class HandmadeRecordTest : public HostTest {
+protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    OpenData("default-document.json");
+  }
+};
+
+TEST_F(HandmadeRecordTest, HeaderHasNoKeyAndIsAbsentUntilSaved) {
+  Header header;
+  EXPECT_FALSE(header.Load()) << "a document never saved has no header";
+  header.Title = "Sonate für Klavier";
+  header.Status.Set(2, 7);
+  header.CreatedAppVersion = 0x1234567;
+  header.Save();
+  Header back;
+  ASSERT_TRUE(back.Load());
+  EXPECT_EQ(back.Title, "Sonate für Klavier");
+  EXPECT_EQ(back.Status(2), 7);
+  EXPECT_EQ(back.CreatedAppVersion, 0x1234567);
+  HostSim().Faults = {{"SaveHeader", Fault::Refuse}};
+  EXPECT_THROW(back.Save(), Failure);
+  EXPECT_NE(Log().find("Finale save of Header failed"), std::string::npos);
+}
+
+TEST_F(HandmadeRecordTest, EndingKeepsEveryPassThroughItsArrayCall) {
+  EndingRepeat ending;
+  ending.Create(3, 0);
+  ending.NumTotalPasses = 3;
+  ending.Passes = {1, 2, 4};
+  ending.Save();
+  EndingRepeat back;
+  ASSERT_TRUE(back.Load(3, 0));
+  EXPECT_EQ(back.Passes, (std::vector<int16_t>{1, 2, 4}));
+  EXPECT_EQ(back.Pass(3), 4);
+  EXPECT_EQ(back.Pass(4), 0);
+
+  HostSim().Faults = {{"LoadEndingRepeatArray", Fault::Refuse}};
+  try {
+    (void)back.Load(3, 0);
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number, kEndingRepeatArrayFailed);
+  }
+  EXPECT_NE(Log().find("Finale load of EndingRepeat array"), std::string::npos);
+
+  TextRepeatStyle single;
+  single.Create(-1, 0);
+  single.NumTotalPasses = 1;
+  single.Passes = {2};
+  single.Save();
+  ASSERT_TRUE(single.Load(single.Cmper(), 0)) << "one pass needs no array call";
+  EXPECT_EQ(single.Pass(1), 2);
+}
+
+TEST_F(HandmadeRecordTest, TextExpressionOfEachHostYear) {
+  TextExpression made;
+  made.FinaleVersion = 2004;
+  made.Create(-1, 0);
+  EXPECT_EQ(made.Text, "Imported from MusicXML");
+  made.TextIDKey = 12;
+  made.MeasXadjust = -5;
+  made.Save();
+
+  TextExpression older;
+  older.FinaleVersion = 2003;
+  older.Create(-1, 0, 4);
+  older.Sizefont = 24;
+  older.Text = "dolce";
+  older.Save();
+
+  TextExpression walker;
+  walker.FinaleVersion = 2004;
+  ASSERT_TRUE(walker.GetNext(0, 0));
+  EXPECT_EQ(walker.TextIDKey, 12);
+  walker.FinaleVersion = 2003;
+  ASSERT_TRUE(walker.GetNext(walker.Cmper(), 0));
+  EXPECT_EQ(walker.Text, "dolce");
+  EXPECT_EQ(walker.Sizefont, 24);
+  EXPECT_EQ(walker.TextIDKey, 12) << "the plain call leaves the 2004 fields";
+  EXPECT_FALSE(walker.GetNext(walker.Cmper(), 0));
+}
+
+TEST_F(HandmadeRecordTest, PlayMapIsPackedIntoEightWords) {
+  DrumStaff drums;
+  drums.Create(1, 0, 7);
+  for (int key : {0, 15, 35, 127})
+    drums.SetPlayMap(key, true);
+  drums.Save();
+  EXPECT_EQ(drums.Record::PlayMap[0], static_cast<int16_t>(0x8001)) << "bit 15 is the sign bit";
+  EXPECT_EQ(drums.Record::PlayMap[2], 0x0008);
+  EXPECT_EQ(drums.Record::PlayMap[7], static_cast<int16_t>(0x8000));
+  DrumStaff back;
+  EXPECT_FALSE(back.Load(1, 0, 8)) << "another tag finds nothing";
+  ASSERT_TRUE(back.Load(1, 0, 7));
+  for (int key = 0; key < 128; ++key)
+    EXPECT_EQ(back.PlayMap(key), key == 0 || key == 15 || key == 35 || key == 127) << key;
+  EXPECT_FALSE(back.PlayMap(128));
+}
+
+TEST_F(HandmadeRecordTest, FretInstrumentSavesWithoutItsTuning) {
+  sim::Document& doc = HostSim().Doc();
+  FretInstrument guitar;
+  guitar.Create(-1, 0);
+  guitar.NoOfStrings = 6;
+  guitar.Name = "Gitarre";
+  guitar.Save();
+  // The host keeps the tuning it has; the save call does not carry one.
+  const sim::RecordShape& shape = *sim::FindRecordShape("FretInstrument");
+  doc.Table(shape).Rows.begin()->second[shape.FieldIndex("StringTuning")].Numbers[0] = 64;
+  guitar.StringTuning[0] = 99;
+  guitar.Save();
+  FretInstrument back;
+  ASSERT_TRUE(back.GetNext(0, 0));
+  EXPECT_EQ(back.Tuning(1), 64);
+  EXPECT_EQ(back.Tuning(25), 0);
+  EXPECT_EQ(back.Name, "Gitarre");
+}
+
+TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {
+  EXPECT_FALSE(AnyLyric(kVerse));
+  int16_t id = CreateLyricText(kVerse, "^font(Times New Roman,8192)Hel-lo  wörld ^^3");
+  struct Case {
+    int16_t Syll;
+    std::string Text;
+    bool Hyphen;
+  } cases[] = {{1, "^font(Times New Roman,8192)Hel", true},
+               {2, "^font(Times New Roman,8192)lo", false},
+               {3, "^font(Times New Roman,8192)wörld", false},
+               {4, "^font(Times New Roman,8192)^^3", false}};
+  VerseLyric lyric;
+  lyric.Create(100, -1);
+  EXPECT_TRUE(AnyLyric(kVerse));
+  EXPECT_FALSE(AnyLyric(kChorus));
+  for (const Case& c : cases) {
+    lyric.RawTextNum = id;
+    lyric.Syll = c.Syll;
+    lyric.Save();
+    ASSERT_TRUE(lyric.Load(100, 0));
+    EXPECT_EQ(lyric.Text, c.Text);
+    EXPECT_EQ(lyric.IsHyphen, c.Hyphen) << c.Text;
+  }
+  lyric.Syll = 5;
+  lyric.Save();
+  EXPECT_THROW((void)lyric.Load(100, 0), Failure) << "a syllable the text does not have";
+  EXPECT_FALSE(ChorusLyric().Load(100, 0));
+}
+
+TEST_F(HandmadeRecordTest, BaselineCreateGivesTheNextPairUnderItsNumber) {
+  VerseBaseline first, second;
+  first.Create(3, 0, 0);
+  second.Create(3, 0, 0);
+  EXPECT_EQ(first.Inci(), 0);
+  EXPECT_EQ(first.Third(), 0);
+  EXPECT_EQ(second.Inci(), 0);
+  EXPECT_EQ(second.Third(), 1);
+  second.Offset = -120000;
+  second.Save();
+  VerseBaseline back;
+  ASSERT_TRUE(back.Load(3, 0, 1));
+  EXPECT_EQ(back.Offset, -120000);
+  EXPECT_FALSE(SectionBaseline().Load(3, 0, 1));
+}
+
+TEST_F(HandmadeRecordTest, BlockIndexRules) {
+  ToneCenter center;
+  center.Units.Set(7, 3);
+  EXPECT_EQ(center.Units(7), 3);
+  EXPECT_THROW(center.Units(8), Failure);
+  EXPECT_NE(Log().find("ToneCenter Get Units subscript must be between 1 and 7, not 8"),
+            std::string::npos);
+  EXPECT_THROW(center.Units.Set(0, 1), Failure);
+  KeyMap map;
+  map.Steps.Set(0, 5);
+  EXPECT_EQ(map.Steps(0), 5) << "key map steps count from 0";
+  EXPECT_THROW(map.Steps(12), Failure);
+  MidiPatch patch;
+  patch.SetBankData(3, 9);
+  EXPECT_EQ(patch.BankData(3), 9);
+  EXPECT_THROW(patch.PatchAndPatchType(4), Failure);
+  StaffListScore list;
+  EXPECT_EQ(list.Staffs(7), 0) << "other blocks read 0 out of range";
+  EXPECT_NO_THROW(list.Staffs.Set(0, 4));
+  TimeUpper upper;
+  upper.SetMain(2, 3);
+  EXPECT_EQ(upper.Main_2, 3);
+  EXPECT_EQ(upper.Fract(3), 0);
+}
+
+TEST_F(HandmadeRecordTest, CurrentStaffAppliesTheStylesAssignedThere) {
+  StaffSpec staff;
+  staff.FinaleVersion = 2004;
+  ASSERT_TRUE(staff.Load(1, 0));
+  staff.Transposition = 0;
+  staff.AltFlag = 0;
+  staff.Save();
+  StaffStyle style;
+  style.FinaleVersion = 2004;
+  style.Create(5, 0);
+  style.Mask1 = 0x0100;
+  style.Transposition = -2;
+  style.AltFlag = 9;
+  style.Save();
+  StaffStyleAssign assign;
+  assign.Create(1, -1);
+  assign.Style = 5;
+  assign.StartMeas = 3;
+  assign.EndMeas = 4;
+  assign.EndEdu = 0x7FFFFFFF;
+  assign.Save();
+  struct Case {
+    int16_t Measure;
+    int32_t Edu;
+    int16_t Transposition;
+    int16_t StartMeas, EndMeas;
+    int32_t StartEdu, EndEdu;
+  } cases[] = {
+      {1, 0, 0, 1, 2, 0, 0x7FFFFFFF},
+      {3, 0, -2, 3, 4, 0, 0x7FFFFFFF},
+      {4, 0x7FFFFFFF, -2, 3, 4, 0, 0x7FFFFFFF},
+      {5, 0, 0, 5, 32767, 0, 0x7FFFFFFF},
+  };
+  for (const Case& c : cases) {
+    ASSERT_TRUE(staff.LoadCurrent(1, c.Measure, c.Edu));
+    EXPECT_EQ(staff.Transposition, c.Transposition) << c.Measure;
+    EXPECT_EQ(staff.AltFlag, 0) << "Mask2 does not carry alternate notation";
+    EXPECT_EQ(staff.RangeStartMeas, c.StartMeas) << c.Measure;
+    EXPECT_EQ(staff.RangeStartEdu, c.StartEdu) << c.Measure;
+    EXPECT_EQ(staff.RangeEndMeas, c.EndMeas) << c.Measure;
+    EXPECT_EQ(staff.RangeEndEdu, c.EndEdu) << c.Measure;
+    EXPECT_EQ(staff.MeasNum, c.Measure);
+  }
+  EXPECT_FALSE(staff.LoadCurrent(9, 1, 0));
+  EXPECT_EQ(staff.LoadCurrentAbsent(), Code(0x80040675));
+}
+
+} // namespace
+} // namespace ostin
