@@ -21,6 +21,9 @@
 OSTIN_PLAIN_RECORDS(OSTIN_DECLARE_PLAIN)
 OSTIN_VARIANT_RECORDS(OSTIN_DECLARE_VARIANT)
 
+// Read-only preferences by number: layers, default fonts, tuplets.
+int16_t LoadDefaultFontPrefs(int16_t number OSTIN_SHAPE_DefaultFontPrefs(OSTIN_PTR_PARAM));
+int16_t LoadTupletPrefs(int16_t number OSTIN_SHAPE_TupletPrefs(OSTIN_PTR_PARAM));
 // Layer preferences: one read-only record per layer.
 int16_t LoadLayerPrefs(int16_t number, int16_t* Restoffset, int16_t* Flag);
 

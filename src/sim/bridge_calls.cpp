@@ -60,6 +60,20 @@ int16_t LoadLayerPrefs(int16_t number, int16_t* Restoffset, int16_t* Flag) {
                                  ostin::sim::Slot::Value("Flag", 0, Flag)});
 }
 
+int16_t LoadDefaultFontPrefs(int16_t number OSTIN_SHAPE_DefaultFontPrefs(OSTIN_PTR_PARAM)) {
+  OSTIN_SHAPE_OF(DefaultFontPrefs);
+  OSTIN_FAULT_POINT("LoadDefaultFontPrefs");
+  return ostin::sim::LoadRecord(shape, ostin::sim::RecordKey{number, 0, 0},
+                                {OSTIN_SHAPE_DefaultFontPrefs(OSTIN_SLOT)});
+}
+
+int16_t LoadTupletPrefs(int16_t number OSTIN_SHAPE_TupletPrefs(OSTIN_PTR_PARAM)) {
+  OSTIN_SHAPE_OF(TupletPrefs);
+  OSTIN_FAULT_POINT("LoadTupletPrefs");
+  return ostin::sim::LoadRecord(shape, ostin::sim::RecordKey{number, 0, 0},
+                                {OSTIN_SHAPE_TupletPrefs(OSTIN_SLOT)});
+}
+
 int32_t FtxFinaleVersion() {
   return Host::Instance().Version();
 }
