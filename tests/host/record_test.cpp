@@ -258,3 +258,36 @@ TEST_F(RecordTest, LayerDefaultStemFollowsItsFlags) {
 
 } // namespace
 } // namespace ostin
+
+namespace ostin {
+namespace {
+
+TEST_F(RecordTest, StaffSpecCallsItsVariantFrom2003) {
+  StaffSpec writer;
+  writer.FinaleVersion = 2003;
+  ASSERT_TRUE(writer.Load(1, 0));
+  writer.MoreFlags = 0x10;
+  writer.LineSpace = 100000;
+  writer.StaffID = 4;
+  writer.Save();
+  struct Case {
+    int32_t Year;
+    int16_t MoreFlags; // only the 2003 call passes it
+  } cases[] = {{2000, -1}, {2002, -1}, {2003, 0x10}, {2004, 0x10}};
+  for (const Case& c : cases) {
+    StaffSpec reader;
+    reader.FinaleVersion = c.Year;
+    reader.MoreFlags = -1;
+    ASSERT_TRUE(reader.Load(1, 0));
+    EXPECT_EQ(reader.MoreFlags, c.MoreFlags) << c.Year;
+    EXPECT_EQ(reader.StaffID, 4) << c.Year << ": both calls pass the fields after";
+  }
+  HostSim().Faults = {{"CreateStaffSpec2003", sim::Host::Fault::Refuse}};
+  StaffSpec made;
+  made.FinaleVersion = 2003;
+  EXPECT_THROW(made.Create(5, 0), Failure);
+  EXPECT_NE(Log().find("Finale create of StaffSpec2003 5 failed"), std::string::npos) << Log();
+}
+
+} // namespace
+} // namespace ostin
