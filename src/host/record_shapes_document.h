@@ -151,138 +151,63 @@
   F(I16, NextMeas, 1)                                                                              \
   F(I16, Flag, 1)
 
+#define OSTIN_SHAPE_StaffCommon(F)                                                                 \
+  F(I16, BotBarlineOffset, 1)                                                                      \
+  F(I16, CapoLowFret, 1)                                                                           \
+  F(I16, AltFlag, 1)                                                                               \
+  F(I16, Mfont, 1)                                                                                 \
+  F(I16, Sizeefx, 1)                                                                               \
+  F(I16, Flag, 1)                                                                                  \
+  F(I16, Clefs, 1)                                                                                 \
+  F(I16, TopLines, 1)                                                                              \
+  F(I16, BotLines, 1)                                                                              \
+  F(I16, TopBarlineOffset, 1)                                                                      \
+  F(I16, Transposition, 1)                                                                         \
+  F(I16, Instflag, 1)                                                                              \
+  F(I16, Dw_wRest, 1)                                                                              \
+  F(I16, H_otherRest, 1)                                                                           \
+  F(I16, StemReversal, 1)                                                                          \
+  F(I16, FullName, 1)                                                                              \
+  F(I16, AbbrvName, 1)
+
+// The fields that only the calls of 2003 and later pass.
+#define OSTIN_SHAPE_Staff2003(F)                                                                   \
+  F(I16, RepeatDotsOff, 1)                                                                         \
+  F(I32, LineSpace, 1)                                                                             \
+  F(I32, VertTabNumOff, 1)                                                                         \
+  F(I16, MoreFlags, 1)                                                                             \
+  F(I16, FretInstID, 1)                                                                            \
+  F(I32, HorzStemOffUp, 1)                                                                         \
+  F(I32, HorzStemOffDown, 1)                                                                       \
+  F(I32, VertStemStartOffUp, 1)                                                                    \
+  F(I32, VertStemStartOffDown, 1)                                                                  \
+  F(I32, VertStemEndOffUp, 1)                                                                      \
+  F(I32, VertStemEndOffDown, 1)
+
+#define OSTIN_SHAPE_StaffSpecTail(F)                                                               \
+  F(I16, StaffID, 1)                                                                               \
+  F(I16, ShapeNoteTag, 1)                                                                          \
+  F(I16, ShapeNoteCmper, 1)                                                                        \
+  F(I16, DrumStaffTag, 1)                                                                          \
+  F(I16, DrumStaffCmper, 1)                                                                        \
+  F(I16, FullNamePosTag, 1)                                                                        \
+  F(I16, FullNamePosCmper, 1)                                                                      \
+  F(I16, AbbrvNamePosTag, 1)                                                                       \
+  F(I16, AbbrvNamePosCmper, 1)                                                                     \
+  F(I16, RangeStartMeas, 1)                                                                        \
+  F(I32, RangeStartEdu, 1)                                                                         \
+  F(I16, RangeEndMeas, 1)                                                                          \
+  F(I32, RangeEndEdu, 1)
+
 #define OSTIN_SHAPE_StaffSpec(F)                                                                   \
-  F(I16, BotBarlineOffset, 1)                                                                      \
-  F(I16, CapoLowFret, 1)                                                                           \
-  F(I16, AltFlag, 1)                                                                               \
-  F(I16, Mfont, 1)                                                                                 \
-  F(I16, Sizeefx, 1)                                                                               \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, Clefs, 1)                                                                                 \
-  F(I16, TopLines, 1)                                                                              \
-  F(I16, BotLines, 1)                                                                              \
-  F(I16, TopBarlineOffset, 1)                                                                      \
-  F(I16, Transposition, 1)                                                                         \
-  F(I16, Instflag, 1)                                                                              \
-  F(I16, Dw_wRest, 1)                                                                              \
-  F(I16, H_otherRest, 1)                                                                           \
-  F(I16, StemReversal, 1)                                                                          \
-  F(I16, FullName, 1)                                                                              \
-  F(I16, AbbrvName, 1)                                                                             \
-  F(I16, RepeatDotsOff, 1)                                                                         \
-  F(I32, LineSpace, 1)                                                                             \
-  F(I32, VertTabNumOff, 1)                                                                         \
-  F(I16, MoreFlags, 1)                                                                             \
-  F(I16, FretInstID, 1)                                                                            \
-  F(I32, HorzStemOffUp, 1)                                                                         \
-  F(I32, HorzStemOffDown, 1)                                                                       \
-  F(I32, VertStemStartOffUp, 1)                                                                    \
-  F(I32, VertStemStartOffDown, 1)                                                                  \
-  F(I32, VertStemEndOffUp, 1)                                                                      \
-  F(I32, VertStemEndOffDown, 1)                                                                    \
-  F(I16, StaffID, 1)                                                                               \
-  F(I16, ShapeNoteTag, 1)                                                                          \
-  F(I16, ShapeNoteCmper, 1)                                                                        \
-  F(I16, DrumStaffTag, 1)                                                                          \
-  F(I16, DrumStaffCmper, 1)                                                                        \
-  F(I16, FullNamePosTag, 1)                                                                        \
-  F(I16, FullNamePosCmper, 1)                                                                      \
-  F(I16, AbbrvNamePosTag, 1)                                                                       \
-  F(I16, AbbrvNamePosCmper, 1)                                                                     \
-  F(I16, RangeStartMeas, 1)                                                                        \
-  F(I32, RangeStartEdu, 1)                                                                         \
-  F(I16, RangeEndMeas, 1)                                                                          \
-  F(I32, RangeEndEdu, 1)
-
-#define OSTIN_SHAPE_StaffSpecPlain(F)                                                              \
-  F(I16, BotBarlineOffset, 1)                                                                      \
-  F(I16, CapoLowFret, 1)                                                                           \
-  F(I16, AltFlag, 1)                                                                               \
-  F(I16, Mfont, 1)                                                                                 \
-  F(I16, Sizeefx, 1)                                                                               \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, Clefs, 1)                                                                                 \
-  F(I16, TopLines, 1)                                                                              \
-  F(I16, BotLines, 1)                                                                              \
-  F(I16, TopBarlineOffset, 1)                                                                      \
-  F(I16, Transposition, 1)                                                                         \
-  F(I16, Instflag, 1)                                                                              \
-  F(I16, Dw_wRest, 1)                                                                              \
-  F(I16, H_otherRest, 1)                                                                           \
-  F(I16, StemReversal, 1)                                                                          \
-  F(I16, FullName, 1)                                                                              \
-  F(I16, AbbrvName, 1)                                                                             \
-  F(I16, StaffID, 1)                                                                               \
-  F(I16, ShapeNoteTag, 1)                                                                          \
-  F(I16, ShapeNoteCmper, 1)                                                                        \
-  F(I16, DrumStaffTag, 1)                                                                          \
-  F(I16, DrumStaffCmper, 1)                                                                        \
-  F(I16, FullNamePosTag, 1)                                                                        \
-  F(I16, FullNamePosCmper, 1)                                                                      \
-  F(I16, AbbrvNamePosTag, 1)                                                                       \
-  F(I16, AbbrvNamePosCmper, 1)                                                                     \
-  F(I16, RangeStartMeas, 1)                                                                        \
-  F(I32, RangeStartEdu, 1)                                                                         \
-  F(I16, RangeEndMeas, 1)                                                                          \
-  F(I32, RangeEndEdu, 1)
-
+  OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_Staff2003(F) OSTIN_SHAPE_StaffSpecTail(F)
+#define OSTIN_SHAPE_StaffSpecPlain(F) OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_StaffSpecTail(F)
 #define OSTIN_SHAPE_StaffStyle(F)                                                                  \
-  F(I16, BotBarlineOffset, 1)                                                                      \
-  F(I16, CapoLowFret, 1)                                                                           \
-  F(I16, AltFlag, 1)                                                                               \
-  F(I16, Mfont, 1)                                                                                 \
-  F(I16, Sizeefx, 1)                                                                               \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, Clefs, 1)                                                                                 \
-  F(I16, TopLines, 1)                                                                              \
-  F(I16, BotLines, 1)                                                                              \
-  F(I16, TopBarlineOffset, 1)                                                                      \
-  F(I16, Transposition, 1)                                                                         \
-  F(I16, Instflag, 1)                                                                              \
-  F(I16, Dw_wRest, 1)                                                                              \
-  F(I16, H_otherRest, 1)                                                                           \
-  F(I16, StemReversal, 1)                                                                          \
-  F(I16, FullName, 1)                                                                              \
-  F(I16, AbbrvName, 1)                                                                             \
-  F(I16, RepeatDotsOff, 1)                                                                         \
-  F(I32, LineSpace, 1)                                                                             \
-  F(I32, VertTabNumOff, 1)                                                                         \
-  F(I16, MoreFlags, 1)                                                                             \
-  F(I16, FretInstID, 1)                                                                            \
-  F(I32, HorzStemOffUp, 1)                                                                         \
-  F(I32, HorzStemOffDown, 1)                                                                       \
-  F(I32, VertStemStartOffUp, 1)                                                                    \
-  F(I32, VertStemStartOffDown, 1)                                                                  \
-  F(I32, VertStemEndOffUp, 1)                                                                      \
-  F(I32, VertStemEndOffDown, 1)                                                                    \
-  F(I16, Mask1, 1)                                                                                 \
-  F(I16, Mask2, 1)                                                                                 \
-  F(I16, Mask3, 1)                                                                                 \
-  F(I16, Sfflag, 1)                                                                                \
-  F(TXT, StyleName, 1)
-
+  OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_Staff2003(F) F(I16, Mask1, 1) F(I16, Mask2, 1)            \
+      F(I16, Mask3, 1) F(I16, Sfflag, 1) F(TXT, StyleName, 1)
 #define OSTIN_SHAPE_StaffStylePlain(F)                                                             \
-  F(I16, BotBarlineOffset, 1)                                                                      \
-  F(I16, CapoLowFret, 1)                                                                           \
-  F(I16, AltFlag, 1)                                                                               \
-  F(I16, Mfont, 1)                                                                                 \
-  F(I16, Sizeefx, 1)                                                                               \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, Clefs, 1)                                                                                 \
-  F(I16, TopLines, 1)                                                                              \
-  F(I16, BotLines, 1)                                                                              \
-  F(I16, TopBarlineOffset, 1)                                                                      \
-  F(I16, Transposition, 1)                                                                         \
-  F(I16, Instflag, 1)                                                                              \
-  F(I16, Dw_wRest, 1)                                                                              \
-  F(I16, H_otherRest, 1)                                                                           \
-  F(I16, StemReversal, 1)                                                                          \
-  F(I16, FullName, 1)                                                                              \
-  F(I16, AbbrvName, 1)                                                                             \
-  F(I16, Mask1, 1)                                                                                 \
-  F(I16, Mask2, 1)                                                                                 \
-  F(I16, Sfflag, 1)                                                                                \
-  F(TXT, StyleName, 1)
+  OSTIN_SHAPE_StaffCommon(F) F(I16, Mask1, 1) F(I16, Mask2, 1) F(I16, Sfflag, 1)                   \
+      F(TXT, StyleName, 1)
 
 #define OSTIN_DOCUMENT_RECORDS(R)                                                                  \
   R(MeasureSpec, MeasureSpec, K2, OSTIN_SHAPE_MeasureSpec, CLSD)                                   \
@@ -314,18 +239,18 @@
 // The document header has no key: one per document, kept under 0, 0.
 #define OSTIN_SHAPE_Header(F)                                                                      \
   F(TXT, HeaderType, 1)                                                                            \
-  F(TXT, Copyright, 1) F(B16, Status, 4) F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1)            \
-      F(I16, CreatedDay, 1) F(TXT, CreatedModifiedBy, 1) F(I32, CreatedEnigmaVersion, 1)           \
-          F(TXT, CreatedApplication, 1) F(TXT, CreatedPlatform, 1) F(I32, CreatedAppVersion, 1)    \
-              F(I32, CreatedFileVersion, 1) F(I16, ModifiedYear, 1) F(I16, ModifiedMonth, 1)       \
-                  F(I16, ModifiedDay, 1) F(TXT, ModifiedModifiedBy, 1)                             \
-                      F(I32, ModifiedEnigmaVersion, 1) F(TXT, ModifiedApplication, 1)              \
-                          F(TXT, ModifiedPlatform, 1) F(I32, ModifiedAppVersion, 1)                \
-                              F(I32, ModifiedFileVersion, 1) F(I16, PrintedYear, 1)                \
-                                  F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1)                    \
-                                      F(TXT, PrintedModifiedBy, 1) F(I32, PrintedEnigmaVersion, 1) \
-                                          F(TXT, PrintedApplication, 1) F(TXT, PrintedPlatform, 1) \
-                                              F(I32, PrintedAppVersion, 1)                         \
-                                                  F(I32, PrintedFileVersion, 1) F(TXT, Title, 1)   \
-                                                      F(TXT, Composer, 1) F(TXT, UserCopyright, 1)
+  F(TXT, Copyright, 1)                                                                             \
+  F(B16, Status, 4) F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1)           \
+      F(TXT, CreatedModifiedBy, 1) F(I32, CreatedEnigmaVersion, 1) F(TXT, CreatedApplication, 1)   \
+          F(TXT, CreatedPlatform, 1) F(I32, CreatedAppVersion, 1) F(I32, CreatedFileVersion, 1)    \
+              F(I16, ModifiedYear, 1) F(I16, ModifiedMonth, 1) F(I16, ModifiedDay, 1)              \
+                  F(TXT, ModifiedModifiedBy, 1) F(I32, ModifiedEnigmaVersion, 1)                   \
+                      F(TXT, ModifiedApplication, 1) F(TXT, ModifiedPlatform, 1)                   \
+                          F(I32, ModifiedAppVersion, 1) F(I32, ModifiedFileVersion, 1)             \
+                              F(I16, PrintedYear, 1) F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1) \
+                                  F(TXT, PrintedModifiedBy, 1) F(I32, PrintedEnigmaVersion, 1)     \
+                                      F(TXT, PrintedApplication, 1) F(TXT, PrintedPlatform, 1)     \
+                                          F(I32, PrintedAppVersion, 1)                             \
+                                              F(I32, PrintedFileVersion, 1) F(TXT, Title, 1)       \
+                                                  F(TXT, Composer, 1) F(TXT, UserCopyright, 1)
 #define OSTIN_DOCUMENT_HANDMADE(H) H(Header, K2, OSTIN_SHAPE_Header)

@@ -59,47 +59,7 @@
   F(I16, LineadjustContinueHoriz, 1)
 
 #define OSTIN_SHAPE_SmartShape(F)                                                                  \
-  F(I16, ShapeType, 1)                                                                             \
-  F(I32, Flag, 1)                                                                                  \
-  F(I16, StartInst, 1)                                                                             \
-  F(I16, StartMeas, 1)                                                                             \
-  F(I32, StartEntryEdu, 1)                                                                         \
-  F(I16, StartEndPtX, 1)                                                                           \
-  F(I16, StartEndPtY, 1)                                                                           \
-  F(I16, StartEndPtFlag, 1)                                                                        \
-  F(I16, StartControlX_1, 1)                                                                       \
-  F(I16, StartControlY_1, 1)                                                                       \
-  F(I16, StartControlX_2, 1)                                                                       \
-  F(I16, StartControlY_2, 1)                                                                       \
-  F(I16, StartControlFlag, 1)                                                                      \
-  F(I16, StartBreakX, 1)                                                                           \
-  F(I16, StartBreakY, 1)                                                                           \
-  F(I16, StartBreakFlag, 1)                                                                        \
-  F(I16, StopInst, 1)                                                                              \
-  F(I16, StopMeas, 1)                                                                              \
-  F(I32, StopEntryEdu, 1)                                                                          \
-  F(I16, StopEndPtX, 1)                                                                            \
-  F(I16, StopEndPtY, 1)                                                                            \
-  F(I16, StopEndPtFlag, 1)                                                                         \
-  F(I16, StopControlX_1, 1)                                                                        \
-  F(I16, StopControlY_1, 1)                                                                        \
-  F(I16, StopControlX_2, 1)                                                                        \
-  F(I16, StopControlY_2, 1)                                                                        \
-  F(I16, StopControlFlag, 1)                                                                       \
-  F(I16, StopBreakX, 1)                                                                            \
-  F(I16, StopBreakY, 1)                                                                            \
-  F(I16, StopBreakFlag, 1)                                                                         \
-  F(I16, FullCtrlX_1, 1)                                                                           \
-  F(I16, FullCtrlY_1, 1)                                                                           \
-  F(I16, FullCtrlX_2, 1)                                                                           \
-  F(I16, FullCtrlY_2, 1)                                                                           \
-  F(I16, FullCtrlFlag, 1)                                                                          \
-  F(I16, StartNote, 1)                                                                             \
-  F(I16, StopNote, 1)                                                                              \
-  F(I16, SsLineStyleID, 1)                                                                         \
-  F(I16, Flag2, 1)                                                                                 \
-  F(B16, LyricNum, 2)                                                                              \
-  F(B16, LyricTag, 2)
+  OSTIN_SHAPE_SmartShapePlain(F) F(B16, LyricNum, 2) F(B16, LyricTag, 2)
 
 #define OSTIN_SHAPE_SmartShapePlain(F)                                                             \
   F(I16, ShapeType, 1)                                                                             \
