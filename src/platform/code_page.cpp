@@ -19,6 +19,8 @@ char32_t ByteToCodePoint(unsigned char b) {
 
 int CodePointToByte(char32_t c) {
   if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<int>(c);
+  // The five bytes the code page leaves undefined stand for themselves.
+  if (c >= 0x80 && c < 0xA0 && kHigh[c - 0x80] == 0) return static_cast<int>(c);
   for (size_t i = 0; i < kHigh.size(); ++i)
     if (kHigh[i] == c) return static_cast<int>(0x80 + i);
   return '?';

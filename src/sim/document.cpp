@@ -164,7 +164,9 @@ nlohmann::json Document::ToJson() const {
                          {"finaleVersion", FinaleVersion},
                          {"maxLayers", MaxLayers},
                          {"title", Title},
-                         {"records", std::move(records)}};
+                         {"records", std::move(records)},
+                         {"texts", Texts.ToJson()},
+                         {"frames", Frames.ToJson()}};
   return json;
 }
 
