@@ -8,6 +8,7 @@
 #include <string>
 
 #include "host/records.h"
+#include "host/text/caret.h"
 
 namespace ostin {
 
@@ -186,6 +187,7 @@ public:
   struct Kind##LyricTraits {                                                                       \
     OSTIN_HANDMADE_HEAD(Kind##Lyric, int32_t, OSTIN_SHAPE_Lyric, 0)                                \
     static constexpr int32_t kSyllableNumber = k##Kind##SyllableFailed;                            \
+    static constexpr int32_t kTextTag = k##Kind##TextTag;                                          \
     static int16_t Create(bool, KeyOf& k) { return Create##Kind##Lyric(&k.Cmper, &k.Inci); }       \
     static int16_t Load(bool, const KeyOf& k, Fields& f) {                                         \
       return Load##Kind##Lyric(k.Cmper, k.Inci OSTIN_SHAPE_Lyric(OSTIN_PTR_ARG));                  \
@@ -228,7 +230,7 @@ public:
     return Record<Traits>::GetNext(entnum, inci) && ReadSyllable();
   }
 
-  std::string Text; // the syllable, as the host's caret commands leave it
+  std::string Text; // the syllable without its caret commands
   int16_t Font = 0, Size = 0, Efx = 0;
   bool IsHyphen = false;
 
@@ -240,7 +242,7 @@ private:
       RaiseLogged("Finale syllable " + std::to_string(this->Syll) + " of " + Traits::kClass +
                       " raw text " + std::to_string(this->RawTextNum) + " not found",
                   Traits::kSyllableNumber);
-    Text = HostToUtf8(bytes);
+    Text = ParseCaretCommands(Traits::kTextTag, HostToUtf8(bytes));
     IsHyphen = hyphen != 0;
     return true;
   }

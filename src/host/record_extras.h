@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/bridge.h"
+#include "host/name_text.h"
 #include "host/record_traits.h"
 
 namespace ostin {
@@ -156,6 +157,66 @@ public:
 
   int16_t MeasNum = 0; // the point given to LoadCurrent
   int32_t EduPos = 0;
+
+  // The staff's names as plain text, read once; writing makes new name text blocks.
+  std::string FullNameText() {
+    return full_.Get(Self_().FinaleVersion, Self_().FullName, kStaffFullName);
+  }
+  void SetFullNameText(const std::string& text) {
+    Self_().FullName = full_.Let(Self_().FinaleVersion, Self_().FullName, text, kStaffFullName);
+  }
+  std::string AbbrvNameText() {
+    return abbrv_.Get(Self_().FinaleVersion, Self_().AbbrvName, kStaffAbbrvName);
+  }
+  void SetAbbrvNameText(const std::string& text) {
+    Self_().AbbrvName = abbrv_.Let(Self_().FinaleVersion, Self_().AbbrvName, text, kStaffAbbrvName);
+  }
+
+private:
+  Self& Self_() { return static_cast<Self&>(*this); }
+  NameText full_, abbrv_;
+};
+
+template <class Self> class RecordExtras<StaffStyleTraits, Self> {
+public:
+  std::string FullNameText() {
+    return full_.Get(Self_().FinaleVersion, Self_().FullName, kStyleFullName);
+  }
+  void SetFullNameText(const std::string& text) {
+    Self_().FullName = full_.Let(Self_().FinaleVersion, Self_().FullName, text, kStyleFullName);
+  }
+  std::string AbbrvNameText() {
+    return abbrv_.Get(Self_().FinaleVersion, Self_().AbbrvName, kStyleAbbrvName);
+  }
+  void SetAbbrvNameText(const std::string& text) {
+    Self_().AbbrvName = abbrv_.Let(Self_().FinaleVersion, Self_().AbbrvName, text, kStyleAbbrvName);
+  }
+
+private:
+  Self& Self_() { return static_cast<Self&>(*this); }
+  NameText full_, abbrv_;
+};
+
+template <class Self> class RecordExtras<GroupSpecTraits, Self> {
+public:
+  // The group's names as plain text; the text blocks take the group's host year.
+  std::string FullNameText() {
+    return full_.Get(Self_().FinaleVersion, Self_().FullNameID, kGroupFullName);
+  }
+  void SetFullNameText(const std::string& text) {
+    Self_().FullNameID = full_.Let(Self_().FinaleVersion, Self_().FullNameID, text, kGroupFullName);
+  }
+  std::string AbrvNameText() {
+    return abbrv_.Get(Self_().FinaleVersion, Self_().AbrvNameID, kGroupAbrvName);
+  }
+  void SetAbrvNameText(const std::string& text) {
+    Self_().AbrvNameID =
+        abbrv_.Let(Self_().FinaleVersion, Self_().AbrvNameID, text, kGroupAbrvName);
+  }
+
+private:
+  Self& Self_() { return static_cast<Self&>(*this); }
+  NameText full_, abbrv_;
 };
 
 #undef OSTIN_INTERLEAVED

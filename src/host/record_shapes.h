@@ -43,12 +43,11 @@
 
 // Records with a variant whose classes are made from their shapes.
 #define OSTIN_FAMILY_VARIANTS(V)                                                                   \
-  OSTIN_DOCUMENT_VARIANTS(V)                                                                       \
-  OSTIN_EXPRESSION_VARIANTS(V) OSTIN_LINE_VARIANTS(V) OSTIN_TEXT_VARIANTS(V)
+  OSTIN_DOCUMENT_VARIANTS(V) OSTIN_EXPRESSION_VARIANTS(V) OSTIN_LINE_VARIANTS(V)
 
 #define OSTIN_VARIANT_RECORDS(V)                                                                   \
   V(Gfhold, Gfhold, K2, OSTIN_SHAPE_Gfhold, OSTIN_SHAPE_GfholdPlain, 2004, CLSND)                  \
-  OSTIN_FAMILY_VARIANTS(V)
+  OSTIN_FAMILY_VARIANTS(V) OSTIN_TEXT_VARIANTS(V)
 
 #define OSTIN_HANDMADE_RECORDS(H)                                                                  \
   H(LayerPrefs, K2, OSTIN_SHAPE_LayerPrefs)                                                        \

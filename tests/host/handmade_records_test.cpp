@@ -2,6 +2,8 @@
 
 #include "../support/host_test.h"
 #include "host/handmade_records.h"
+#include "host/preference_prefs.h"
+#include "host/text/text_block.h"
 
 namespace ostin {
 namespace {
@@ -135,10 +137,7 @@ TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {
     int16_t Syll;
     std::string Text;
     bool Hyphen;
-  } cases[] = {{1, "^font(Times New Roman,8192)Hel", true},
-               {2, "^font(Times New Roman,8192)lo", false},
-               {3, "^font(Times New Roman,8192)wörld", false},
-               {4, "^font(Times New Roman,8192)^^3", false}};
+  } cases[] = {{1, "Hel", true}, {2, "lo", false}, {3, "wörld", false}, {4, "^3", false}};
   VerseLyric lyric;
   lyric.Create(100, -1);
   EXPECT_TRUE(AnyLyric(kVerse));
@@ -155,6 +154,52 @@ TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {
   lyric.Save();
   EXPECT_THROW((void)lyric.Load(100, 0), Failure) << "a syllable the text does not have";
   EXPECT_FALSE(ChorusLyric().Load(100, 0));
+}
+
+TEST_F(HandmadeRecordTest, NameTextsAreReadOnceAndWrittenAsNewBlocks) {
+  StaffSpec staff;
+  staff.FinaleVersion = 2004;
+  ASSERT_TRUE(staff.Load(1, 0));
+  EXPECT_EQ(staff.FullNameText(), "") << "no block, no name";
+  staff.SetFullNameText("Violine I");
+  int16_t block = staff.FullName;
+  EXPECT_GT(block, 0);
+  staff.SetFullNameText("Violine I");
+  EXPECT_EQ(staff.FullName, block) << "the cached text makes no new block";
+  staff.Save();
+  StaffSpec back;
+  back.FinaleVersion = 2004;
+  ASSERT_TRUE(back.Load(1, 0));
+  EXPECT_EQ(back.FullNameText(), "Violine I");
+  TextBlock text;
+  text.FinaleVersion = 2004;
+  ASSERT_TRUE(text.Load(block, 0));
+  EXPECT_EQ(text.Text, "^font(Times New Roman,8192)^size(12)^efx(plain)Violine I");
+  EXPECT_EQ(text.TextTag, kNameTextTag);
+  back.SetAbbrvNameText("");
+  EXPECT_EQ(back.AbbrvName, 0);
+
+  GroupSpec group;
+  group.FinaleVersion = 2003;
+  group.Create(0, -1);
+  group.SetAbrvNameText("Str.");
+  group.Save();
+  GroupSpec again;
+  again.FinaleVersion = 2003;
+  ASSERT_TRUE(again.Load(0, group.Inci()));
+  EXPECT_EQ(again.AbrvNameText(), "Str.");
+}
+
+TEST_F(HandmadeRecordTest, DefaultFontsResolveTheirNames) {
+  DefaultFontPrefs music, text;
+  ASSERT_TRUE(music.Load(0));
+  EXPECT_EQ(music.FontName, "Maestro");
+  ASSERT_TRUE(text.Load(8));
+  EXPECT_EQ(text.CaretCommands(), "^font(Times New Roman,8192)^size(12)^efx(0)");
+  EXPECT_FALSE(DefaultFontPrefs().Load(99));
+  TupletPrefs tuplet;
+  ASSERT_TRUE(tuplet.Load(0));
+  EXPECT_EQ(tuplet.Tupnum, 3);
 }
 
 TEST_F(HandmadeRecordTest, BaselineCreateGivesTheNextPairUnderItsNumber) {

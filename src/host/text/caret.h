@@ -12,6 +12,8 @@ inline constexpr int32_t kNameTextTag = 25196;       // text blocks of names
 inline constexpr int32_t kLineTextTag = 29555;       // custom line texts
 inline constexpr int32_t kExpressionTextTag = 30832; // expressions
 inline constexpr int32_t kVerseTextTag = 0x7665;     // lyric verses
+inline constexpr int32_t kChorusTextTag = 0x6368;    // lyric choruses
+inline constexpr int32_t kSectionTextTag = 0x7365;   // lyric sections
 
 // Style bits of Efx.
 inline constexpr int16_t kEfxBold = 0x01;
