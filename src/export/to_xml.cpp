@@ -3,7 +3,9 @@
 #include <cmath>
 
 #include "host/bridge.h"
+#include "host/handmade_records.h"
 #include "host/records.h"
+#include "host/text/fonts.h"
 #include "shell/error_log.h"
 #include "shell/failure.h"
 #include "shell/messages.h"
@@ -188,9 +190,9 @@ void ToXml::ReadLayerPrefs() {
 void ToXml::ReadDocumentDefaults() {
   WedgeSpread = DefaultWedgeSpread();
   InitialTempo = DefaultTempo();
-  // The kinds of lyric in the document and the music font come with the lyrics and fonts.
-  OnlyLyricType.clear();
-  EngraverFontSet = 0;
+  OnlyLyricType = OnlyLyricKind();
+  EngraverFontSet = EngraverFontSetOf();
+  EngraverFontSetNumber() = EngraverFontSet;
   ExtractedPart = FtxExtractedPartIsUsed() != 0;
 }
 
@@ -212,6 +214,29 @@ int16_t ToXml::DefaultWedgeSpread() {
     if (!info.Load(kWedgeSpreadRow, 0)) return int16_t{0};
     return static_cast<int16_t>(RoundHalfEven(info.Field1 / 2.4));
   });
+}
+
+// "chorus", "section" or "verse" when the document has lyrics of exactly that one kind.
+std::string ToXml::OnlyLyricKind() {
+  constexpr const char* kKinds[] = {"verse", "chorus", "section"};
+  std::string only;
+  for (int kind : {kVerse, kChorus, kSection}) {
+    if (!AnyLyric(kind)) continue;
+    if (!only.empty()) return {};
+    only = kKinds[kind];
+  }
+  return only;
+}
+
+// The document's number of the font whose "I" stands for a blank; 0 when it has none, so that
+// a document without the font still exports.
+int16_t ToXml::EngraverFontSetOf() {
+  try {
+    return FindFont("EngraverFontSet");
+  } catch (const Failure& failure) {
+    if (!failure.IsOwn()) throw;
+    return 0;
+  }
 }
 
 void ToXml::LoadBeamingOptions() {
