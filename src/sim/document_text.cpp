@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include <nlohmann/json.hpp>
+
 #include "platform/code_page.h"
 
 namespace ostin::sim {
@@ -15,6 +17,22 @@ std::string FieldText(const FieldShape& field, const FieldValue& value) {
     text += (i ? " " : "") + std::to_string(value.Numbers[i]);
   return text + "]";
 }
+// A section of the document as lines: each list item on a line of its own.
+void DescribeSection(std::ostringstream& out, const std::string& title,
+                     const nlohmann::json& section) {
+  if (!section.is_object()) return;
+  for (const auto& [name, value] : section.items()) {
+    if (value.is_array()) {
+      if (value.empty()) continue;
+      out << title << " " << name << " (" << value.size() << ")\n";
+      for (const nlohmann::json& item : value)
+        out << "  " << item.dump() << "\n";
+    } else {
+      out << title << " " << name << ": " << value.dump() << "\n";
+    }
+  }
+}
+
 } // namespace
 
 std::string DescribeDocument(const Document& document) {
@@ -35,6 +53,8 @@ std::string DescribeDocument(const Document& document) {
       out << "\n";
     }
   }
+  DescribeSection(out, "Texts:", document.Texts.ToJson());
+  DescribeSection(out, "Frames:", document.Frames.ToJson());
   return out.str();
 }
 
