@@ -1,16 +1,13 @@
 // The bridge calls as the host stand-in answers them.
 #include "host/bridge.h"
 
+#include "sim/fault_point.h"
 #include "sim/host.h"
 #include "sim/record_store.h"
 
 namespace {
 using ostin::sim::Host;
 } // namespace
-
-#define OSTIN_SHAPE_OF(C) static const ostin::sim::RecordShape& shape = ostin::sim::ShapeOf(#C)
-#define OSTIN_FAULT_POINT(name)                                                                    \
-  if (Host::Instance().Refuses(name)) return 0
 
 #define OSTIN_DEF_CREATE(C, B, K, S)                                                               \
   int16_t Create##B(OSTIN_KEYP_##K) {                                                              \

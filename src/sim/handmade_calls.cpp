@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "host/bridge.h"
+#include "sim/fault_point.h"
 #include "sim/host.h"
 #include "sim/record_store.h"
 #include "sim/staff_styles.h"
@@ -10,10 +11,6 @@
 using ostin::sim::Host;
 using ostin::sim::RecordKey;
 using ostin::sim::Slot;
-
-#define OSTIN_SHAPE_OF(C) static const ostin::sim::RecordShape& shape = ostin::sim::ShapeOf(#C)
-#define OSTIN_FAULT_POINT(name)                                                                    \
-  if (Host::Instance().Refuses(name)) return 0
 
 namespace {
 // The pass numbers stored for a record, resized to the count the record holds.

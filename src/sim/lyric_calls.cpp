@@ -4,14 +4,12 @@
 #include <vector>
 
 #include "host/bridge.h"
+#include "sim/fault_point.h"
 #include "sim/host.h"
 #include "sim/record_store.h"
 
 using ostin::sim::Host;
 using ostin::sim::RecordKey;
-
-#define OSTIN_FAULT_POINT(name)                                                                    \
-  if (Host::Instance().Refuses(name)) return 0
 
 namespace {
 

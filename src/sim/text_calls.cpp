@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "host/bridge.h"
+#include "sim/fault_point.h"
 #include "sim/host.h"
 
 namespace {
@@ -12,9 +13,6 @@ using ostin::sim::Host;
 ostin::sim::TextStore& Texts() {
   return Host::Instance().Doc().Texts;
 }
-
-#define OSTIN_FAULT_POINT(name)                                                                    \
-  if (Host::Instance().Refuses(name)) return 0
 
 // What a caret command may set.
 struct CaretValues {
