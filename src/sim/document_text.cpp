@@ -33,6 +33,35 @@ void DescribeSection(std::ostringstream& out, const std::string& title,
   }
 }
 
+// Fields of an entry or a note, by name, with flag words in hexadecimal.
+std::string FieldsText(const nlohmann::json& item) {
+  std::string text;
+  for (const auto& [name, value] : item.items()) {
+    if (name == "notes" || name == "Entnum") continue;
+    std::ostringstream field;
+    bool flags = name == "Ef" || name == "Xef" || name == "Flag";
+    if (flags && value.is_number_integer())
+      field << std::hex << "0x" << static_cast<uint32_t>(value.get<int32_t>());
+    else
+      field << value.dump();
+    text += " " + name + "=" + field.str();
+  }
+  return text;
+}
+
+void DescribeFrames(std::ostringstream& out, const nlohmann::json& frames) {
+  if (!frames.is_object() || !frames.contains("list")) return;
+  out << "Frames (" << frames["list"].size() << "), next entry number "
+      << frames.value("nextEntnum", 0) << "\n";
+  for (const nlohmann::json& frame : frames["list"]) {
+    out << "  frame " << frame.value("frame", 0) << "\n";
+    for (const nlohmann::json& entry : frame.value("entries", nlohmann::json::array())) {
+      out << "    entry " << entry.value("Entnum", 0) << ":" << FieldsText(entry) << "\n";
+      for (const nlohmann::json& note : entry.value("notes", nlohmann::json::array()))
+        out << "      note" << FieldsText(note) << "\n";
+    }
+  }
+}
 } // namespace
 
 std::string DescribeDocument(const Document& document) {
@@ -54,7 +83,7 @@ std::string DescribeDocument(const Document& document) {
     }
   }
   DescribeSection(out, "Texts:", document.Texts.ToJson());
-  DescribeSection(out, "Frames:", document.Frames.ToJson());
+  DescribeFrames(out, document.Frames.ToJson());
   return out.str();
 }
 

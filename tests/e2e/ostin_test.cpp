@@ -109,6 +109,11 @@ TEST_F(OstinTest, NewWritesADocumentThatShowLists) {
   EXPECT_NE(run.Out.find("host year 2002"), std::string::npos) << run.Out;
   EXPECT_NE(run.Out.find("MeasureSpec (4)"), std::string::npos) << run.Out;
   EXPECT_NE(run.Out.find("InstrumentUsed (1)"), std::string::npos) << run.Out;
+  RunResult sample = Ostin("show '" + Sample() + "'");
+  EXPECT_NE(sample.Out.find("  frame 8\n    entry 18: Dura=4096 Ef=0xc0000000\n      note "
+                            "Flag=0x80000000 NoteID=1 Tcd=-7"),
+            std::string::npos)
+      << sample.Out;
 }
 
 TEST_F(OstinTest, UsageAndHelp) {

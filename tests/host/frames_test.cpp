@@ -31,7 +31,8 @@ class FramesTest : public HostTest {
 protected:
   void SetUp() override {
     HostTest::SetUp();
-    OpenData("sample.json");
+    // The sample's holders, with frames that these tests fill themselves.
+    OpenData("sample.json").Frames = sim::FrameStore{};
     Store().Frames[1] = {Quarter(1, {0, 2, 4}), Quarter(2, {7})};
     Store().NextEntnum = 3;
   }

@@ -25,7 +25,8 @@ class FrameStoreTest : public HostTest {
 protected:
   void SetUp() override {
     HostTest::SetUp();
-    OpenData("sample.json");
+    // The sample's holders, with frames that these tests fill themselves.
+    OpenData("sample.json").Frames = sim::FrameStore{};
   }
   static Document& Doc() { return HostSim().Doc(); }
 
