@@ -120,8 +120,23 @@ const RecordShape& ShapeOf(const char* className) {
   return *shape;
 }
 
+namespace {
+// A staff made with number 0 takes the next free number and joins the end of the score's
+// staff list, as a new staff of the host does.
+void NewStaffAtTheEnd(const RecordTable& staves, RecordKey& key) {
+  key.Cmper = NextFreeCmper(staves);
+  const RecordShape& listShape = ShapeOf("InstrumentUsed");
+  RecordTable& list = Doc().Table(listShape);
+  RecordKey entry{0, NextFreeBelow(list, RecordKey{0, 0}, false)};
+  StoredRecord record = Doc().NewRecord(listShape);
+  record[listShape.FieldIndex("Inst")].Numbers = {key.Cmper};
+  list.Rows.emplace(entry, std::move(record));
+}
+} // namespace
+
 int16_t CreateRecord(const RecordShape& shape, RecordKey& key) {
   RecordTable& table = Doc().Table(shape);
+  if (shape.Class == "StaffSpec" && key.Cmper == 0 && key.Inci == 0) NewStaffAtTheEnd(table, key);
   if (key.Cmper == -1) key.Cmper = NextFreeCmper(table);
   if (key.Inci == -1) key.Inci = NextFreeBelow(table, key, false);
   if (key.Third == -1) key.Third = NextFreeBelow(table, key, true);

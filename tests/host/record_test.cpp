@@ -291,3 +291,21 @@ TEST_F(RecordTest, StaffSpecCallsItsVariantFrom2003) {
 
 } // namespace
 } // namespace ostin
+
+namespace ostin {
+namespace {
+
+TEST_F(RecordTest, NewStaffJoinsTheEndOfTheScoresStaffList) {
+  StaffSpec staff;
+  staff.FinaleVersion = 2004;
+  staff.Create(0, 0);
+  EXPECT_EQ(staff.Cmper(), 3) << "the sample has staves 1 and 2";
+  EXPECT_EQ(FtxCountInstruments(0, -1), 3);
+  EXPECT_EQ(FxSlotToInst(3, 0), 3);
+  StaffSpec numbered;
+  numbered.Create(7, 0);
+  EXPECT_EQ(FtxCountInstruments(0, -1), 3) << "a staff of a given number joins no list";
+}
+
+} // namespace
+} // namespace ostin
