@@ -46,9 +46,9 @@
 
 #define OSTIN_SHAPE_ToneCenter(F) F(B16, Units, 7)
 
-#define OSTIN_SHAPE_AccidentalAmount(F) F(B16, Units, 7)
+#define OSTIN_SHAPE_AccidentalAmount(F) OSTIN_SHAPE_ToneCenter(F)
 
-#define OSTIN_SHAPE_AccidentalOrder(F) F(B16, Units, 7)
+#define OSTIN_SHAPE_AccidentalOrder(F) OSTIN_SHAPE_ToneCenter(F)
 
 #define OSTIN_SHAPE_ClefElement(F)                                                                 \
   F(I16, Clef, 1)                                                                                  \
@@ -90,9 +90,11 @@
 
 #define OSTIN_SHAPE_StaffListScore(F) F(B16, Staffs, 6)
 
-#define OSTIN_SHAPE_StaffListParts(F) F(B16, Staffs, 6)
+#define OSTIN_SHAPE_StaffListParts(F) OSTIN_SHAPE_StaffListScore(F)
 
-#define OSTIN_SHAPE_StaffListText(F) F(TXT, Text, 1)
+// A record that holds one text.
+#define OSTIN_SHAPE_OneText(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_StaffListText(F) OSTIN_SHAPE_OneText(F)
 
 #define OSTIN_SHAPE_MultimeasureRest(F)                                                            \
   F(I16, MeasureWidth, 1)                                                                          \
@@ -240,7 +242,8 @@
 #define OSTIN_SHAPE_Header(F)                                                                      \
   F(TXT, HeaderType, 1)                                                                            \
   F(TXT, Copyright, 1)                                                                             \
-  F(B16, Status, 4) F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1)           \
+  F(B16, Status, 4)                                                                                \
+  F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1)                             \
       F(TXT, CreatedModifiedBy, 1) F(I32, CreatedEnigmaVersion, 1) F(TXT, CreatedApplication, 1)   \
           F(TXT, CreatedPlatform, 1) F(I32, CreatedAppVersion, 1) F(I32, CreatedFileVersion, 1)    \
               F(I16, ModifiedYear, 1) F(I16, ModifiedMonth, 1) F(I16, ModifiedDay, 1)              \

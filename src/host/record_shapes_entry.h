@@ -38,17 +38,7 @@
   F(I16, FbData, 1)                                                                                \
   F(I16, CapoData, 1)
 
-#define OSTIN_SHAPE_LearnedChord(F)                                                                \
-  F(I16, Reg, 1)                                                                                   \
-  F(I16, Altbass, 1)                                                                               \
-  F(I16, Suffix, 1)                                                                                \
-  F(I16, Posadd, 1)                                                                                \
-  F(I16, Lineadd, 1)                                                                               \
-  F(I16, Fbposadd, 1)                                                                              \
-  F(I16, Fblineadd, 1)                                                                             \
-  F(I16, FbStyleID, 1)                                                                             \
-  F(I16, FbData, 1)                                                                                \
-  F(I16, CapoData, 1)
+#define OSTIN_SHAPE_LearnedChord(F) OSTIN_SHAPE_Chord(F)
 
 #define OSTIN_SHAPE_ChordPlayback(F) F(B16, Keys, 6)
 
@@ -133,12 +123,11 @@
   F(I16, RawTextNum, 1) F(I16, Syll, 1) F(I16, Posadd, 1) F(I16, Lineadd, 1) F(I16, Wext, 1)
 #define OSTIN_SHAPE_Baseline(F) F(I32, Offset, 1)
 // Raw lyric texts under their id, which lyric records name as RawTextNum.
-#define OSTIN_SHAPE_LyricText(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_LyricText(F) OSTIN_SHAPE_OneText(F)
 #define OSTIN_ENTRY_HANDMADE(H)                                                                    \
   H(VerseLyric, KE, OSTIN_SHAPE_Lyric)                                                             \
-  H(ChorusLyric, KE, OSTIN_SHAPE_Lyric) H(SectionLyric, KE, OSTIN_SHAPE_Lyric)                     \
-      H(VerseLyricText, K2, OSTIN_SHAPE_LyricText) H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText)   \
-          H(SectionLyricText, K2, OSTIN_SHAPE_LyricText)                                           \
-              H(VerseBaseline, K3, OSTIN_SHAPE_Baseline)                                           \
-                  H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline)                                      \
-                      H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)
+  H(ChorusLyric, KE, OSTIN_SHAPE_Lyric)                                                            \
+  H(SectionLyric, KE, OSTIN_SHAPE_Lyric) H(VerseLyricText, K2, OSTIN_SHAPE_LyricText)              \
+      H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText) H(SectionLyricText, K2, OSTIN_SHAPE_LyricText) \
+          H(VerseBaseline, K3, OSTIN_SHAPE_Baseline) H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline)   \
+              H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)

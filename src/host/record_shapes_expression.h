@@ -16,61 +16,35 @@
   F(I16, Current, 1)                                                                               \
   F(I16, Flag, 1)
 
-#define OSTIN_SHAPE_SepScoreExpressionPlac(F)                                                      \
+// The placement of a score item on one staff of its own.
+#define OSTIN_SHAPE_SeparatePlacement(F)                                                           \
   F(I16, Instno, 1)                                                                                \
   F(I16, Measure, 1)                                                                               \
   F(I16, X1add, 1)                                                                                 \
   F(I16, Y1add, 1)                                                                                 \
   F(I16, X2add, 1)                                                                                 \
   F(I16, Y2add, 1)
+#define OSTIN_SHAPE_SepScoreExpressionPlac(F) OSTIN_SHAPE_SeparatePlacement(F)
 
-#define OSTIN_SHAPE_SepBackwardRepeatPlac(F)                                                       \
-  F(I16, Instno, 1)                                                                                \
-  F(I16, Measure, 1)                                                                               \
-  F(I16, X1add, 1)                                                                                 \
-  F(I16, Y1add, 1)                                                                                 \
-  F(I16, X2add, 1)                                                                                 \
-  F(I16, Y2add, 1)
+#define OSTIN_SHAPE_SepBackwardRepeatPlac(F) OSTIN_SHAPE_SeparatePlacement(F)
 
-#define OSTIN_SHAPE_SepEndingRepeatPlac(F)                                                         \
-  F(I16, Instno, 1)                                                                                \
-  F(I16, Measure, 1)                                                                               \
-  F(I16, X1add, 1)                                                                                 \
-  F(I16, Y1add, 1)                                                                                 \
-  F(I16, X2add, 1)                                                                                 \
-  F(I16, Y2add, 1)
+#define OSTIN_SHAPE_SepEndingRepeatPlac(F) OSTIN_SHAPE_SeparatePlacement(F)
 
-#define OSTIN_SHAPE_SepEndingRepeatTextPlac(F)                                                     \
-  F(I16, Instno, 1)                                                                                \
-  F(I16, Measure, 1)                                                                               \
-  F(I16, X1add, 1)                                                                                 \
-  F(I16, Y1add, 1)                                                                                 \
-  F(I16, X2add, 1)                                                                                 \
-  F(I16, Y2add, 1)
+#define OSTIN_SHAPE_SepEndingRepeatTextPlac(F) OSTIN_SHAPE_SeparatePlacement(F)
 
-#define OSTIN_SHAPE_SepTextRepeatPlac(F)                                                           \
-  F(I16, Instno, 1)                                                                                \
-  F(I16, Measure, 1)                                                                               \
-  F(I16, X1add, 1)                                                                                 \
-  F(I16, Y1add, 1)                                                                                 \
-  F(I16, X2add, 1)                                                                                 \
-  F(I16, Y2add, 1)
+#define OSTIN_SHAPE_SepTextRepeatPlac(F) OSTIN_SHAPE_SeparatePlacement(F)
 
-#define OSTIN_SHAPE_TextExpEnclosure(F)                                                            \
+// The enclosure drawn around a text.
+#define OSTIN_SHAPE_Enclosure(F)                                                                   \
   F(I16, XAdd, 1)                                                                                  \
   F(I16, YAdd, 1)                                                                                  \
   F(I16, XMargin, 1)                                                                               \
   F(I16, YMargin, 1)                                                                               \
   F(I16, LineWidth, 1)                                                                             \
   F(I16, Flag, 1)
+#define OSTIN_SHAPE_TextExpEnclosure(F) OSTIN_SHAPE_Enclosure(F)
 
-#define OSTIN_SHAPE_RepeatEnclosure(F)                                                             \
-  F(I16, XAdd, 1)                                                                                  \
-  F(I16, YAdd, 1)                                                                                  \
-  F(I16, XMargin, 1)                                                                               \
-  F(I16, YMargin, 1)                                                                               \
-  F(I16, LineWidth, 1)                                                                             \
-  F(I16, Flag, 1)
+#define OSTIN_SHAPE_RepeatEnclosure(F) OSTIN_SHAPE_Enclosure(F)
 
 #define OSTIN_SHAPE_ArticulationDefinition(F)                                                      \
   F(I16, EfxsymbolMain, 1)                                                                         \
@@ -104,7 +78,7 @@
   F(I16, Pos2, 1)                                                                                  \
   F(I16, Line2, 1)
 
-#define OSTIN_SHAPE_EndingRepeatText(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_EndingRepeatText(F) OSTIN_SHAPE_OneText(F)
 
 #define OSTIN_SHAPE_TextRepeat(F)                                                                  \
   F(I16, Current, 1)                                                                               \
@@ -113,7 +87,7 @@
   F(I16, Repnum, 1)                                                                                \
   F(I16, Flag, 1)
 
-#define OSTIN_SHAPE_TextRepeatStyleText(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_TextRepeatStyleText(F) OSTIN_SHAPE_OneText(F)
 
 #define OSTIN_SHAPE_ShapeExpression(F)                                                             \
   F(I16, Shapedef, 1)                                                                              \
@@ -167,14 +141,14 @@
 #define OSTIN_SHAPE_EndingRepeat(F)                                                                \
   F(I16, Current, 1)                                                                               \
   F(I16, Nextend, 1)                                                                               \
-  F(I16, Textpos, 1) F(I16, Pos, 1) F(I16, Line, 1) F(I16, Flag, 1) F(I16, Endline, 1)             \
-      F(I16, Textline, 1) F(I16, Pos2, 1) F(I16, Line2, 1) F(I16, NumTotalPasses, 1)               \
-          F(P16, Passes, 1)
+  F(I16, Textpos, 1)                                                                               \
+  F(I16, Pos, 1) F(I16, Line, 1) F(I16, Flag, 1) F(I16, Endline, 1) F(I16, Textline, 1)            \
+      F(I16, Pos2, 1) F(I16, Line2, 1) F(I16, NumTotalPasses, 1) F(P16, Passes, 1)
 #define OSTIN_SHAPE_TextRepeatStyle(F)                                                             \
   F(I16, Posadd, 1)                                                                                \
   F(I16, Lineadd, 1)                                                                               \
-  F(I16, Font, 1) F(I16, Size, 1) F(I16, Efx, 1) F(I16, Flag, 1) F(I16, NumTotalPasses, 1)         \
-      F(P16, Passes, 1)
+  F(I16, Font, 1)                                                                                  \
+  F(I16, Size, 1) F(I16, Efx, 1) F(I16, Flag, 1) F(I16, NumTotalPasses, 1) F(P16, Passes, 1)
 
 // A text expression of 2004 points to a text block and holds its placement; before 2004
 // it holds its text with the font, and the stand-in keeps both kinds of field.
@@ -187,11 +161,11 @@
 #define OSTIN_SHAPE_TextExpression2004(F)                                                          \
   F(I16, TextIDKey, 1)                                                                             \
   F(I16, Value, 1)                                                                                 \
-  F(I16, Auxdata1, 1) F(I16, PlayPass, 1) F(I16, Flag, 1) F(I16, MeasAlign, 1)                     \
-      F(I16, MeasExprAlign, 1) F(I16, MeasXadjust, 1) F(I16, NoteAlign, 1)                         \
-          F(I16, NoteExprAlign, 1) F(I16, NoteXadjust, 1) F(I16, VertMeasAlign, 1)                 \
-              F(I16, MeasYadjust, 1) F(I16, VertNoteAlign, 1) F(I16, NoteYadjustBaseline, 1)       \
-                  F(I16, NoteYadjustEntry, 1) F(TXT, Text, 1)
+  F(I16, Auxdata1, 1)                                                                              \
+  F(I16, PlayPass, 1) F(I16, Flag, 1) F(I16, MeasAlign, 1) F(I16, MeasExprAlign, 1)                \
+      F(I16, MeasXadjust, 1) F(I16, NoteAlign, 1) F(I16, NoteExprAlign, 1) F(I16, NoteXadjust, 1)  \
+          F(I16, VertMeasAlign, 1) F(I16, MeasYadjust, 1) F(I16, VertNoteAlign, 1)                 \
+              F(I16, NoteYadjustBaseline, 1) F(I16, NoteYadjustEntry, 1) F(TXT, Text, 1)
 #define OSTIN_EXPRESSION_HANDMADE(H)                                                               \
   H(EndingRepeat, K2, OSTIN_SHAPE_EndingRepeat)                                                    \
   H(TextRepeatStyle, K2, OSTIN_SHAPE_TextRepeatStyle)                                              \

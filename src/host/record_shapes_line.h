@@ -7,7 +7,7 @@
 
 #define OSTIN_SHAPE_EntryShape(F) F(I16, ShapeNum, 1)
 
-#define OSTIN_SHAPE_LyricShape(F) F(I16, ShapeNum, 1)
+#define OSTIN_SHAPE_LyricShape(F) OSTIN_SHAPE_EntryShape(F)
 
 #define OSTIN_SHAPE_CenterShape(F)                                                                 \
   F(I16, BreakAdj1X, 1)                                                                            \

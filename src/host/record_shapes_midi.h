@@ -29,9 +29,9 @@
 
 #define OSTIN_SHAPE_Orchestra(F) F(I16, PatchInfo, 1)
 
-#define OSTIN_SHAPE_OrchestraText(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_OrchestraText(F) OSTIN_SHAPE_OneText(F)
 
-#define OSTIN_SHAPE_PercussionMapTitle(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_PercussionMapTitle(F) OSTIN_SHAPE_OneText(F)
 
 #define OSTIN_SHAPE_PercussionNoteDef(F)                                                           \
   F(I16, MidiNote, 1)                                                                              \
@@ -39,7 +39,7 @@
   F(I16, ClosedNotehead, 1)                                                                        \
   F(I16, OpenNotehead, 1)
 
-#define OSTIN_SHAPE_PercussionNoteName(F) F(TXT, Text, 1)
+#define OSTIN_SHAPE_PercussionNoteName(F) OSTIN_SHAPE_OneText(F)
 
 #define OSTIN_MIDI_RECORDS(R)                                                                      \
   R(Tempo, Tempo, K2, OSTIN_SHAPE_Tempo, CLS)                                                      \
@@ -60,11 +60,12 @@
 // A fretted instrument: the tuning block goes as one pointer on load and not at all on save.
 #define OSTIN_SHAPE_FretInstrument(F)                                                              \
   F(I16, DiatonicStepsLo, 1)                                                                       \
-  F(I16, DiatonicStepsHi, 1) F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1)     \
-      F(TXT, Name, 1) F(P16, StringTuning, 24)
+  F(I16, DiatonicStepsHi, 1)                                                                       \
+  F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1)                \
+      F(P16, StringTuning, 24)
 #define OSTIN_SHAPE_FretInstrumentSave(F)                                                          \
   F(I16, DiatonicStepsLo, 1)                                                                       \
-  F(I16, DiatonicStepsHi, 1) F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1)     \
-      F(TXT, Name, 1)
+  F(I16, DiatonicStepsHi, 1)                                                                       \
+  F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1)
 #define OSTIN_MIDI_HANDMADE(H)                                                                     \
   H(DrumStaff, K2, OSTIN_SHAPE_DrumStaff) H(FretInstrument, K2, OSTIN_SHAPE_FretInstrument)

@@ -160,20 +160,7 @@
 // Read-only preferences under a number of their own: the default fonts of the document's
 // kinds of text, and the default look of tuplets.
 #define OSTIN_SHAPE_DefaultFontPrefs(F) F(I16, Font, 1) F(I16, Size, 1) F(I16, Efx, 1)
-#define OSTIN_SHAPE_TupletPrefs(F)                                                                 \
-  F(I16, Tupnum, 1)                                                                                \
-  F(I16, Tupsymdur, 1)                                                                             \
-  F(I16, Refnum, 1)                                                                                \
-  F(I16, Refdur, 1)                                                                                \
-  F(I16, EndEnt, 1)                                                                                \
-  F(I16, TupOffX, 1)                                                                               \
-  F(I16, TupOffY, 1)                                                                               \
-  F(I16, BrackOffX, 1)                                                                             \
-  F(I16, BrackOffY, 1)                                                                             \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, LeftHookLen, 1)                                                                           \
-  F(I16, LeftHookExt, 1)                                                                           \
-  F(I16, RightHookLen, 1) F(I16, RightHookExt, 1) F(I16, Slope, 1)
+#define OSTIN_SHAPE_TupletPrefs(F) OSTIN_SHAPE_Tuplet(F)
 
 #define OSTIN_PREFERENCES_HANDMADE(H)                                                              \
   H(DefaultFontPrefs, K2, OSTIN_SHAPE_DefaultFontPrefs) H(TupletPrefs, K2, OSTIN_SHAPE_TupletPrefs)
