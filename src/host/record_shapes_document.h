@@ -243,14 +243,15 @@
   F(TXT, HeaderType, 1)                                                                            \
   F(TXT, Copyright, 1)                                                                             \
   F(B16, Status, 4)                                                                                \
-  F(I16, CreatedYear, 1) F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1)                             \
-      F(TXT, CreatedModifiedBy, 1) F(I32, CreatedEnigmaVersion, 1) F(TXT, CreatedApplication, 1)   \
-          F(TXT, CreatedPlatform, 1) F(I32, CreatedAppVersion, 1) F(I32, CreatedFileVersion, 1)    \
-              F(I16, ModifiedYear, 1) F(I16, ModifiedMonth, 1) F(I16, ModifiedDay, 1)              \
-                  F(TXT, ModifiedModifiedBy, 1) F(I32, ModifiedEnigmaVersion, 1)                   \
-                      F(TXT, ModifiedApplication, 1) F(TXT, ModifiedPlatform, 1)                   \
-                          F(I32, ModifiedAppVersion, 1) F(I32, ModifiedFileVersion, 1)             \
-                              F(I16, PrintedYear, 1) F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1) \
+  F(I16, CreatedYear, 1)                                                                           \
+  F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1) F(TXT, CreatedModifiedBy, 1)                       \
+      F(I32, CreatedEnigmaVersion, 1) F(TXT, CreatedApplication, 1) F(TXT, CreatedPlatform, 1)     \
+          F(I32, CreatedAppVersion, 1) F(I32, CreatedFileVersion, 1) F(I16, ModifiedYear, 1)       \
+              F(I16, ModifiedMonth, 1) F(I16, ModifiedDay, 1) F(TXT, ModifiedModifiedBy, 1)        \
+                  F(I32, ModifiedEnigmaVersion, 1) F(TXT, ModifiedApplication, 1)                  \
+                      F(TXT, ModifiedPlatform, 1) F(I32, ModifiedAppVersion, 1)                    \
+                          F(I32, ModifiedFileVersion, 1) F(I16, PrintedYear, 1)                    \
+                              F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1)                        \
                                   F(TXT, PrintedModifiedBy, 1) F(I32, PrintedEnigmaVersion, 1)     \
                                       F(TXT, PrintedApplication, 1) F(TXT, PrintedPlatform, 1)     \
                                           F(I32, PrintedAppVersion, 1)                             \

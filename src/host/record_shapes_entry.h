@@ -2,12 +2,8 @@
 // Entry-attached records: their key is an entry number and an incidence. Field lists in the order
 // of their bridge calls.
 
-#define OSTIN_SHAPE_Tuplet(F)                                                                      \
-  F(I16, Tupnum, 1)                                                                                \
-  F(I16, Tupsymdur, 1)                                                                             \
-  F(I16, Refnum, 1)                                                                                \
-  F(I16, Refdur, 1)                                                                                \
-  F(I16, EndEnt, 1)                                                                                \
+// How a tuplet is drawn: shared by tuplets and the document's tuplet defaults.
+#define OSTIN_SHAPE_TupletLook(F)                                                                  \
   F(I16, TupOffX, 1)                                                                               \
   F(I16, TupOffY, 1)                                                                               \
   F(I16, BrackOffX, 1)                                                                             \
@@ -15,9 +11,11 @@
   F(I16, Flag, 1)                                                                                  \
   F(I16, LeftHookLen, 1)                                                                           \
   F(I16, LeftHookExt, 1)                                                                           \
-  F(I16, RightHookLen, 1)                                                                          \
-  F(I16, RightHookExt, 1)                                                                          \
-  F(I16, Slope, 1)
+  F(I16, RightHookLen, 1) F(I16, RightHookExt, 1) F(I16, Slope, 1)
+#define OSTIN_SHAPE_Tuplet(F)                                                                      \
+  F(I16, Tupnum, 1)                                                                                \
+  F(I16, Tupsymdur, 1)                                                                             \
+  F(I16, Refnum, 1) F(I16, Refdur, 1) F(I16, EndEnt, 1) OSTIN_SHAPE_TupletLook(F)
 
 #define OSTIN_SHAPE_Articulation(F)                                                                \
   F(I16, Imrkdef, 1)                                                                               \
@@ -127,7 +125,7 @@
 #define OSTIN_ENTRY_HANDMADE(H)                                                                    \
   H(VerseLyric, KE, OSTIN_SHAPE_Lyric)                                                             \
   H(ChorusLyric, KE, OSTIN_SHAPE_Lyric)                                                            \
-  H(SectionLyric, KE, OSTIN_SHAPE_Lyric) H(VerseLyricText, K2, OSTIN_SHAPE_LyricText)              \
-      H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText) H(SectionLyricText, K2, OSTIN_SHAPE_LyricText) \
-          H(VerseBaseline, K3, OSTIN_SHAPE_Baseline) H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline)   \
-              H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)
+  H(SectionLyric, KE, OSTIN_SHAPE_Lyric)                                                           \
+  H(VerseLyricText, K2, OSTIN_SHAPE_LyricText) H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText)       \
+      H(SectionLyricText, K2, OSTIN_SHAPE_LyricText) H(VerseBaseline, K3, OSTIN_SHAPE_Baseline)    \
+          H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline) H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)

@@ -142,8 +142,9 @@
   F(I16, Current, 1)                                                                               \
   F(I16, Nextend, 1)                                                                               \
   F(I16, Textpos, 1)                                                                               \
-  F(I16, Pos, 1) F(I16, Line, 1) F(I16, Flag, 1) F(I16, Endline, 1) F(I16, Textline, 1)            \
-      F(I16, Pos2, 1) F(I16, Line2, 1) F(I16, NumTotalPasses, 1) F(P16, Passes, 1)
+  F(I16, Pos, 1)                                                                                   \
+  F(I16, Line, 1) F(I16, Flag, 1) F(I16, Endline, 1) F(I16, Textline, 1) F(I16, Pos2, 1)           \
+      F(I16, Line2, 1) F(I16, NumTotalPasses, 1) F(P16, Passes, 1)
 #define OSTIN_SHAPE_TextRepeatStyle(F)                                                             \
   F(I16, Posadd, 1)                                                                                \
   F(I16, Lineadd, 1)                                                                               \
@@ -162,8 +163,9 @@
   F(I16, TextIDKey, 1)                                                                             \
   F(I16, Value, 1)                                                                                 \
   F(I16, Auxdata1, 1)                                                                              \
-  F(I16, PlayPass, 1) F(I16, Flag, 1) F(I16, MeasAlign, 1) F(I16, MeasExprAlign, 1)                \
-      F(I16, MeasXadjust, 1) F(I16, NoteAlign, 1) F(I16, NoteExprAlign, 1) F(I16, NoteXadjust, 1)  \
+  F(I16, PlayPass, 1)                                                                              \
+  F(I16, Flag, 1) F(I16, MeasAlign, 1) F(I16, MeasExprAlign, 1) F(I16, MeasXadjust, 1)             \
+      F(I16, NoteAlign, 1) F(I16, NoteExprAlign, 1) F(I16, NoteXadjust, 1)                         \
           F(I16, VertMeasAlign, 1) F(I16, MeasYadjust, 1) F(I16, VertNoteAlign, 1)                 \
               F(I16, NoteYadjustBaseline, 1) F(I16, NoteYadjustEntry, 1) F(TXT, Text, 1)
 #define OSTIN_EXPRESSION_HANDMADE(H)                                                               \

@@ -61,8 +61,8 @@
 #define OSTIN_SHAPE_FretInstrument(F)                                                              \
   F(I16, DiatonicStepsLo, 1)                                                                       \
   F(I16, DiatonicStepsHi, 1)                                                                       \
-  F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1)                \
-      F(P16, StringTuning, 24)
+  F(I16, NoOfFrets, 1)                                                                             \
+  F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1) F(P16, StringTuning, 24)
 #define OSTIN_SHAPE_FretInstrumentSave(F)                                                          \
   F(I16, DiatonicStepsLo, 1)                                                                       \
   F(I16, DiatonicStepsHi, 1)                                                                       \

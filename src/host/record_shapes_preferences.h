@@ -92,19 +92,7 @@
   F(I16, Carried3, 1)                                                                              \
   F(I16, Carried4, 1)                                                                              \
   F(I16, Carried5, 1)                                                                              \
-  F(I16, TupOffX, 1)                                                                               \
-  F(I16, TupOffY, 1)                                                                               \
-  F(I16, BrackOffX, 1)                                                                             \
-  F(I16, BrackOffY, 1)                                                                             \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, LeftHookLen, 1)                                                                           \
-  F(I16, LeftHookExt, 1)                                                                           \
-  F(I16, RightHookLen, 1)                                                                          \
-  F(I16, RightHookExt, 1)                                                                          \
-  F(I16, Slope, 1)                                                                                 \
-  F(I16, Carried6, 1)                                                                              \
-  F(I16, Carried7, 1)                                                                              \
-  F(I16, Carried8, 1)
+  OSTIN_SHAPE_TupletLook(F) F(I16, Carried6, 1) F(I16, Carried7, 1) F(I16, Carried8, 1)
 
 #define OSTIN_SHAPE_Settings72(F)                                                                  \
   F(I16, FrontHookLength, 1)                                                                       \
