@@ -1,11 +1,11 @@
 #include "export/to_xml.h"
 
-#include <cmath>
 
 #include "host/bridge.h"
 #include "host/handmade_records.h"
 #include "host/records.h"
 #include "host/text/fonts.h"
+#include "model/arithmetic_defaults.h"
 #include "shell/error_log.h"
 #include "shell/failure.h"
 #include "shell/messages.h"
@@ -34,20 +34,12 @@ constexpr int32_t kInitializeLocalesHandler = Code(0x800407C0);
 constexpr int32_t kCleanupInitialTempoHandler = Code(0x800402D9);
 constexpr int32_t kLoadBeamingOptionsHandler = Code(0x800402DA);
 constexpr int32_t kLoadDocumentOptionsHandler = Code(0x800402DB);
-constexpr int32_t kDefaultTempoHandler = Code(0x800402DC);
-constexpr int32_t kDefaultWedgeSpreadHandler = Code(0x800402DD);
 constexpr int32_t kConvertDurationsHandler = Code(0x800402DE);
 constexpr int32_t kPruneInstrumentsHandler = Code(0x800402DF);
 constexpr int32_t kLoadMeasureHandler = Code(0x80040345);
 
 constexpr int16_t kBeamOptionBit = 0x100;
-constexpr int16_t kWedgeSpreadRow = 11;
 constexpr int16_t kPreferences = -2;
-
-// Nearest integer, halves to even.
-int32_t RoundHalfEven(double value) {
-  return static_cast<int32_t>(std::nearbyint(value));
-}
 
 std::string ParseText(const char* head, const xml::ParseError& error) {
   return std::string(head) + "\r" + error.reason + "\r" + error.url + "\rLine " +
@@ -194,26 +186,6 @@ void ToXml::ReadDocumentDefaults() {
   EngraverFontSet = EngraverFontSetOf();
   EngraverFontSetNumber() = EngraverFontSet;
   ExtractedPart = FtxExtractedPartIsUsed() != 0;
-}
-
-int16_t ToXml::DefaultTempo() {
-  return Guarded("ToXml DefaultTempo error ", kDefaultTempoHandler, [] {
-    Settings13 metronome;
-    Settings39 speed;
-    bool found = metronome.Load(kPreferences, 0);
-    found = speed.Load(kPreferences, 0) && found;
-    if (!found) return int16_t{0};
-    return static_cast<int16_t>(
-        RoundHalfEven(metronome.MetronomeBeat / 1024.0 * speed.MetronomeSpeed));
-  });
-}
-
-int16_t ToXml::DefaultWedgeSpread() {
-  return Guarded("ToXml DefaultWedgeSpread error ", kDefaultWedgeSpreadHandler, [] {
-    FieldInfo info;
-    if (!info.Load(kWedgeSpreadRow, 0)) return int16_t{0};
-    return static_cast<int16_t>(RoundHalfEven(info.Field1 / 2.4));
-  });
 }
 
 // "chorus", "section" or "verse" when the document has lyrics of exactly that one kind.

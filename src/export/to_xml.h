@@ -43,8 +43,6 @@ private:
   void LoadDocumentOptions();
   static std::string OnlyLyricKind();
   static int16_t EngraverFontSetOf();
-  int16_t DefaultTempo();
-  int16_t DefaultWedgeSpread();
   void CheckProgress(int16_t increment, int16_t instrument, int16_t measure);
 
   // Stages, in the order Invoke calls them.

@@ -5,7 +5,7 @@
 namespace ostin {
 
 namespace {
-constexpr int32_t kImportUnavailable = Code(0x800402E1);
+constexpr int32_t kImportUnavailable = Code(0x80040664);
 }
 
 bool FromXml::Invoke(int32_t, int32_t) {
