@@ -1,0 +1,61 @@
+#pragma once
+// Percussion instruments by MIDI key: the map read from a drum staff on export, and the
+// notehead font that goes with the document's music font.
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "xml/xml_document.h"
+
+namespace ostin {
+
+inline constexpr int32_t kDrumStaffTag = 17491; // 0x4453
+inline constexpr int16_t kDefaultClosedNotehead = 207;
+inline constexpr int16_t kDefaultOpenNotehead = 250;
+
+struct XmlPercussion {
+  int16_t MidiIndex = 0; // export: MIDI key + 1; import: the key 0 to 127
+  std::string InstrumentID;
+  std::string InstrumentName;
+  int16_t MidiNote = 0; // MIDI key + 1
+  int16_t StaffStep = 0;
+  int16_t ClosedNotehead = kDefaultClosedNotehead;
+  int16_t OpenNotehead = kDefaultOpenNotehead;
+  bool Active = false;
+};
+
+// Percussion entries by key; an absent key gives nullptr.
+class XmlPercussions {
+public:
+  // Keeps the first entry of a key.
+  void Add(const XmlPercussion& item, const std::string& key) { items_.emplace(key, item); }
+  int32_t Count() const { return static_cast<int32_t>(items_.size()); }
+  const XmlPercussion* Item(const std::string& key) const {
+    const auto found = items_.find(key);
+    return found == items_.end() ? nullptr : &found->second;
+  }
+  void Remove(const std::string& key) { items_.erase(key); }
+  void RemoveAll() { items_.clear(); }
+
+private:
+  std::map<std::string, XmlPercussion> items_;
+};
+
+// The percussion notehead font that goes with the document's default music font.
+std::string PercussionFont(const std::string& musicFont);
+
+// Fills the map with one entry per MIDI key, keyed by key + 1 as text, from the drum staff
+// drumStaffCmper (the part's first staff) and raises counter by 128 for the ids it used.
+// Takes the part's fields as parameters: this is XmlPart.InitializePercussion.
+void InitializePercussion(XmlPercussions& percussionMap, int16_t drumStaffCmper,
+                          const std::string& instrumentPrefix, int32_t& counter);
+
+// Makes a percussion map on import from the score-part and the notes of a part of at most
+// one staff, and makes staffCmper a percussion staff with it. False, with nothing made,
+// when it gives up. Takes the part's fields as parameters: this is
+// XmlPart.CreatePercussionMap, its result XmlPart.PercussionStaff.
+bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scorePart,
+                         const xml::XmlNode& part, int16_t staves, int16_t staffCmper,
+                         const std::string& staffStepPitch, int16_t staffStepOctave);
+
+} // namespace ostin
