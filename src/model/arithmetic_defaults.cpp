@@ -83,18 +83,23 @@ int16_t DefaultWedgeSpread() {
   });
 }
 
+// The document's single preference record of a type; its absence raises the type's number.
+template <class Record> Record DocumentPreferences() {
+  Record record;
+  record.MustLoad(kPreferences, 0);
+  return record;
+}
+
 int16_t DefaultEnclosureLineWidth() {
   return Guarded("DefaultEnclosureLineWidth error ", kDefaultEnclosureLineWidthHandler, [] {
-    Settings27 enclosure;
-    enclosure.MustLoad(kPreferences, 0);
+    const Settings27 enclosure = DocumentPreferences<Settings27>();
     return enclosure.EnclosureWidth;
   });
 }
 
 void DefaultClefChange(int16_t& percent, int16_t& offset) {
   Guarded("DefaultClefChange error ", kDefaultClefChangeHandler, [&] {
-    Settings13 clefs;
-    clefs.MustLoad(kPreferences, 0);
+    const Settings13 clefs = DocumentPreferences<Settings13>();
     percent = clefs.ClefPercent;
     offset = clefs.ClefOffset;
   });
@@ -102,8 +107,7 @@ void DefaultClefChange(int16_t& percent, int16_t& offset) {
 
 void DefaultEndingTextOffsets(int16_t& x, int16_t& y) {
   Guarded("DefaultEndingTextOffsets error ", kDefaultEndingTextOffsetsHandler, [&] {
-    Settings72 endings;
-    endings.MustLoad(kPreferences, 0);
+    const Settings72 endings = DocumentPreferences<Settings72>();
     x = endings.Textpos;
     y = endings.Textline;
   });
@@ -111,8 +115,7 @@ void DefaultEndingTextOffsets(int16_t& x, int16_t& y) {
 
 void TimeSignatureAbbreviations(bool& common, bool& cut) {
   Guarded("TimeSignatureAbbreviations error ", kTimeSignatureAbbreviationsHandler, [&] {
-    Settings19 times;
-    times.MustLoad(kPreferences, 0);
+    const Settings19 times = DocumentPreferences<Settings19>();
     common = times.AbbrCommon == 1;
     cut = times.AbbrCut == 1;
   });
