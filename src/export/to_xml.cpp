@@ -1,6 +1,5 @@
 #include "export/to_xml.h"
 
-
 #include "host/bridge.h"
 #include "host/handmade_records.h"
 #include "host/records.h"
@@ -25,18 +24,9 @@ constexpr std::string_view kXmlServiceSource = "msxml3.dll";
 // Own numbers of the private operations.
 constexpr int32_t kInitializeXmlHandler = Code(0x800402D5);
 constexpr int32_t kAddNewLinesHandler = Code(0x800402D6);
-constexpr int32_t kInitializeHeaderHandler = Code(0x80040507);
-constexpr int32_t kInitializePartsHandler = Code(0x80040320);
-constexpr int32_t kInitializeFreezeMusicHandler = Code(0x800402D7);
-constexpr int32_t kInitializeMeasuresHandler = Code(0x8004032E);
 constexpr int32_t kInitializeMeasureItemsHandler = Code(0x800402D8);
-constexpr int32_t kInitializeLocalesHandler = Code(0x800407C0);
-constexpr int32_t kCleanupInitialTempoHandler = Code(0x800402D9);
 constexpr int32_t kLoadBeamingOptionsHandler = Code(0x800402DA);
 constexpr int32_t kLoadDocumentOptionsHandler = Code(0x800402DB);
-constexpr int32_t kConvertDurationsHandler = Code(0x800402DE);
-constexpr int32_t kPruneInstrumentsHandler = Code(0x800402DF);
-constexpr int32_t kLoadMeasureHandler = Code(0x80040345);
 
 constexpr int16_t kBeamOptionBit = 0x100;
 constexpr int16_t kPreferences = -2;
@@ -236,65 +226,18 @@ void ToXml::CheckProgress(int16_t increment, int16_t instrument, int16_t measure
     throw Failure(kUserCancelled, std::string(kPlugInSource), "User cancelled");
 }
 
-void ToXml::InitializeHeader() {
-  Guarded("ToXml InitializeHeader error ", kInitializeHeaderHandler, [] {
-    // Identification and defaults join the tree here.
-  });
-}
-
-void ToXml::InitializeParts() {
-  Guarded("ToXml InitializeParts error ", kInitializePartsHandler, [&] {
-    // The part list: staves merged into parts, groups and instruments.
-    parts_.clear();
-    NumberOfParts = static_cast<int16_t>(parts_.size());
-  });
-}
-
-void ToXml::InitializeFreezeMusic() {
-  Guarded("ToXml InitializeFreezeMusic error ", kInitializeFreezeMusicHandler, [&] {
-    FreezeMusic frozen;
-    int16_t cmper = 0;
-    while (frozen.GetNext(cmper, 0)) {
-      if (frozen.Cmper() > NumberOfMeasures) break;
-      SystemBreaks[frozen.Cmper()] = true;
-      if (frozen.NextMeas > NumberOfMeasures) break;
-      if (frozen.NextMeas >= 1) SystemBreaks[frozen.NextMeas] = true;
-      cmper = frozen.Cmper();
-    }
-    // The first measure never starts a new system in the output.
-    if (NumberOfMeasures >= 1) SystemBreaks[1] = false;
-  });
-}
-
-void ToXml::InitializeMeasures() {
-  Guarded("ToXml InitializeMeasures error ", kInitializeMeasuresHandler, [&] {
-    for (int16_t measure = 1; measure <= NumberOfMeasures; ++measure) {
-      if (measure >= 2) CheckProgress(1, 0, 0);
-      // Each measure's skeleton joins every part here.
-    }
-    CheckProgress(1, 0, 0);
-  });
-}
-
-void ToXml::InitializeMeasureItems() {
-  Guarded("ToXml InitializeMeasureItems error ", kInitializeMeasureItemsHandler, [] {
-    // Shapes, expressions and texts of each staff slot are collected here.
-  });
-}
-
-void ToXml::InitializeLocales() {
-  Guarded("ToXml InitializeLocales error ", kInitializeLocalesHandler, [] {
-    // Font locales are read here; every font goes out without conversion.
-  });
-}
-
 void ToXml::LoadPart(int16_t partIndex) {
+  XmlPart& part = *XmlParts.at(partIndex);
   try {
+    part.Measure = 1;
+    part.MeasureNumber = "1";
     Measure = 1;
     MeasureNumber = "1";
-    LoadPartMeasures(partIndex);
-    ConvertDurations(partIndex);
-    PruneInstruments(partIndex);
+    OpenMeasureStyle.assign(part.Staves() + 1, std::string());
+    InitializePartTables(part);
+    LoadPartMeasures(part);
+    ConvertDurations(part);
+    PruneInstruments(part);
   } catch (...) {
     // The failure gets the place in the score where it happened.
     Failure failure = CurrentFailure();
@@ -306,34 +249,27 @@ void ToXml::LoadPart(int16_t partIndex) {
   }
 }
 
-void ToXml::LoadPartMeasures(int16_t partIndex) {
-  const PartRun& part = parts_.at(partIndex - 1);
+void ToXml::LoadPartMeasures(XmlPart& part) {
   for (int16_t measure = 1; measure <= NumberOfMeasures; ++measure) {
+    part.Measure = measure;
+    part.MeasureNumber = std::to_string(measure);
     Measure = measure;
-    MeasureNumber = std::to_string(measure);
-    LoadMeasure(partIndex);
-    CheckProgress(part.Staves, part.StartStaff, measure);
+    MeasureNumber = part.MeasureNumber;
+    LoadMeasure(part);
+    CheckProgress(part.Staves(), part.StartStaff, measure);
   }
 }
 
-void ToXml::LoadMeasure(int16_t) {
-  Guarded("ToXml LoadMeasure error ", kLoadMeasureHandler, [] {
-    // The content of one measure of one part joins the tree here.
+void ToXml::InitializeMeasureItems() {
+  Guarded("ToXml InitializeMeasureItems error ", kInitializeMeasureItemsHandler, [] {
+    // Shapes, expressions and texts of each staff slot are collected here.
   });
 }
 
-void ToXml::ConvertDurations(int16_t) {
-  Guarded("ToXml ConvertDurations error ", kConvertDurationsHandler, [] {});
-}
-
-void ToXml::PruneInstruments(int16_t) {
-  Guarded("ToXml PruneInstruments error ", kPruneInstrumentsHandler, [] {});
-}
-
-void ToXml::CleanupInitialTempo() {
-  Guarded("ToXml CleanupInitialTempo error ", kCleanupInitialTempoHandler, [] {
-    // The tempo of the first measure is repaired here.
-  });
+xml::XmlNode ToXml::Element(const std::string& name, const std::string& text) {
+  xml::XmlNode element = document_->createElement(name);
+  if (!text.empty()) element.text(text);
+  return element;
 }
 
 void ToXml::SaveDocument() {

@@ -8,8 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "export/finale_channels.h"
+#include "host/handmade_records.h"
 #include "host/layer_prefs.h"
 #include "host/mass_edit.h"
+#include "host/records.h"
+#include "model/xml_part.h"
 #include "xml/xml_document.h"
 
 namespace ostin {
@@ -53,14 +57,83 @@ private:
   void InitializeMeasureItems();
   void InitializeLocales();
   void LoadPart(int16_t partIndex);
-  void LoadPartMeasures(int16_t partIndex);
-  void LoadMeasure(int16_t partIndex);
-  void ConvertDurations(int16_t partIndex);
-  void PruneInstruments(int16_t partIndex);
-  void CleanupInitialTempo();
+  void LoadPartMeasures(XmlPart& part);
+  void PruneInstruments(XmlPart& part);
   void SaveDocument();
   void CloseEdit();
 
+  // Identification.
+  bool LoadHeader(Header& header);
+  void AskForUnsavedDocument();
+
+  // Part list and instruments.
+  struct PartListState;
+  void ReadSlots(PartListState& state);
+  void ReadGroups(PartListState& state);
+  void DecideGroup(PartListState& state, int16_t group);
+  void CreateXmlParts(PartListState& state);
+  void WriteScoreParts(PartListState& state);
+  void WriteGroups(PartListState& state);
+  void ThinDeviceNames();
+  void LoadTimeSignatureAbbreviations();
+  bool RangeCheck(int16_t firstSlot, int16_t lastSlot);
+  void LoadScoreInstruments(xml::XmlNode scorePart, XmlPart& part);
+  xml::XmlNode LoadMidiInstrument(const std::string& id, int16_t channel, int16_t bank,
+                                  int16_t program, int16_t unpitched);
+  XmlPart* FindXmlPart(int16_t staff);
+
+  // Measure skeleton.
+  struct SkeletonState;
+  struct MeasureHead;
+  void ReadEndingData(int16_t measure, MeasureHead& head);
+  void FillMeasure(SkeletonState& state, const MeasureHead& head, XmlPart& part, int16_t index,
+                   xml::XmlNode measure);
+  void AddKeyTimeTransposeChanges(SkeletonState& state, const MeasureHead& head, XmlPart& part,
+                                  int16_t index, xml::XmlNode& attributes);
+  void AddFirstAttributes(SkeletonState& state, const MeasureHead& head, XmlPart& part,
+                          int16_t index, xml::XmlNode& attributes);
+  void AddMultipleRest(SkeletonState& state, xml::XmlNode& attributes);
+  void AddBarlines(const MeasureHead& head, xml::XmlNode& left, xml::XmlNode& right);
+  void ResetPartsToStart();
+  void AddFinalBarlines();
+  xml::XmlNode KeyOfMeasure(const MeasureHead& head, XmlPart& part, int16_t& key);
+
+  // Key, time and transposition elements.
+  xml::XmlNode CreateKey(int16_t key, XmlPart& part, const int16_t* oldKey);
+  xml::XmlNode CreateKeyNonLinear(int16_t key, int16_t keySig);
+  void ParseTimeSignature(const MeasureSpec& measure, int16_t& beats, int16_t& divBeat,
+                          bool& compositeBeats, bool& compositeDiv, bool& symbol, int16_t staff);
+  static void ConvertTime(int16_t beats, int16_t divBeat, int16_t& outBeats, int16_t& outBeatType);
+  xml::XmlNode CreateTime(int16_t beats, int16_t divBeat, bool compositeBeats, bool compositeDiv,
+                          bool symbol);
+  xml::XmlNode CreateCompositeTimeSignature(int16_t beats, int16_t divBeat, bool compositeBeats,
+                                            bool compositeDiv);
+  static std::vector<std::string> CreateTimeUpper(int16_t record);
+  static std::vector<std::string> CreateTimeLower(int16_t record);
+  xml::XmlNode CreateTranspose(const XmlPart& part, bool suppressZero);
+  xml::XmlNode CreateTransposeChromatic(int16_t interval, int16_t alteration, bool suppressZero);
+
+  // Clefs, staff details and staff styles.
+  xml::XmlNode CreateClef(int16_t number);
+  xml::XmlNode CreateStaffDetails(const XmlPart& part, int16_t staff);
+  xml::XmlNode CreateStaffTuning(int16_t pitch);
+  xml::XmlNode CreateMeasureStyleElement(const XmlPart& part, int16_t staff);
+  void SwitchStaffStyle(xml::XmlNode measure, XmlPart& part, int16_t staff, int32_t edu,
+                        bool atStart);
+  xml::XmlNode Element(const std::string& name, const std::string& text = {});
+
+  // Measure content, entries and durations.
+  // Per-staff working tables and display flags of the part about to be loaded.
+  void InitializePartTables(XmlPart& part);
+  void LoadMeasure(XmlPart& part);
+  void ConvertDurations(XmlPart& part);
+  void CleanupInitialTempo();
+
+public:
+  // Language of a text by its letters: "de", "fr", "es" or empty.
+  static std::string LanguageCheckWestern(const std::string& text);
+
+private:
   // Run state.
   std::shared_ptr<xml::XmlDocument> document_;
   xml::XmlNode root_;
@@ -68,7 +141,10 @@ private:
   int16_t NumberOfStaves = 0;
   int16_t NumberOfMeasures = 0;
   int16_t NumberOfParts = 0;
-  std::vector<bool> SystemBreaks; // 1..NumberOfMeasures, index 0 unused
+  std::vector<std::unique_ptr<XmlPart>> XmlParts; // 1..NumberOfParts, index 0 unused
+  std::vector<bool> SystemBreaks;                 // 1..NumberOfMeasures, index 0 unused
+  std::vector<int32_t> FontLocales;               // from font 0
+  std::vector<std::string> FontLanguages;
   std::array<LayerPrefs, 4> LayerPrefs_{};
   std::array<bool, 4> LayerCue{};
   std::array<bool, 4> LayerNoSpacing{};
@@ -83,19 +159,17 @@ private:
   bool DisplayTransposed = false;
   bool GraceAlwaysSlash = false;
   bool StemmingUseMetrics = false;
+  bool AbbreviateCommon = false;
+  bool AbbreviateCut = false;
   std::array<int16_t, 3> WarningFlags{};
+  // Per staff of the part being loaded, from 1: the open measure-style element's name.
+  std::vector<std::string> OpenMeasureStyle;
   // The measure loop's position, for the message that names part and measure.
   int16_t Measure = 0;
   std::string MeasureNumber;
   MassEdit MassEdit_;
+  FinaleChannels FinaleChannels_;
   bool editOpen_ = false;
-  // The staves each part of the run owns.
-  struct PartRun {
-    int16_t StartSlot = 1;
-    int16_t StartStaff = 0;
-    int16_t Staves = 1;
-  };
-  std::vector<PartRun> parts_;
 };
 
 } // namespace ostin
