@@ -575,6 +575,38 @@ TEST_F(InitializeStaffSpecsTest, EdgesOfOnePart) {
   }
 }
 
+TEST_F(InitializeStaffSpecsTest, TablatureOfTwoStavesNeedsTheStaffNumber) {
+  const std::string clefs = "<staves>2</staves><clef number='1'><sign>G</sign><line>2</line>"
+                            "</clef><clef number='2'><sign>TAB</sign><line>5</line></clef>";
+  struct Case {
+    std::string Number;
+    int16_t TabStaff, Flag, FretInstID, BotLines;
+  } cases[] = {
+      {" number='2'", 2, 0x0200, 1, 4},
+      {"", 0, 0, 0, 0}, // without a number the details are no staff's
+  };
+  for (const Case& c : cases) {
+    HostSim().Reset();
+    OpenData("default-document.json");
+    Open(OnePart("<part-name>Guitar</part-name>", "<attributes>" + clefs + "<staff-details" +
+                                                      c.Number + "><staff-lines>4</staff-lines>" +
+                                                      kTuning + "</staff-details></attributes>"));
+    XmlPart& part = Next();
+    StaffSpec notation = Stored(1), tablature = Stored(2);
+    EXPECT_EQ(part.TabStaff, c.TabStaff) << c.Number;
+    EXPECT_EQ(notation.Flag & 0x0200, 0) << c.Number;
+    EXPECT_EQ(tablature.Flag & 0x0200, c.Flag) << c.Number;
+    EXPECT_EQ(tablature.FretInstID, c.FretInstID) << c.Number;
+    EXPECT_EQ(tablature.Clefs, 16) << c.Number;
+    EXPECT_EQ(tablature.FullNameText(), "") << "the group carries the name";
+    GroupSpec group;
+    group.FinaleVersion = 2004;
+    ASSERT_TRUE(group.Load(0, 0));
+    EXPECT_EQ(group.FullNameText(), "Guitar");
+    EXPECT_EQ(group.FullNameXadj, -48);
+  }
+}
+
 TEST_F(InitializeStaffSpecsTest, SlotsWithoutStaffGetNewStaves) {
   Open(OnePart("<part-name>Oboe</part-name>", ""));
   nextSlot_ = 4;
