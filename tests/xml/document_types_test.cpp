@@ -301,6 +301,13 @@ TEST(DocumentTypes, TimewiseScoresValidateAndTurnIntoPartwiseOnes) {
   EXPECT_TRUE(root.selectSingleNode("part[@id='P2']/measure[1]/barline"));
   EXPECT_FALSE(root.selectSingleNode("part[@id='P1']/measure[1]/barline"));
   EXPECT_TRUE(ValidScore(result->xml()));
+
+  // A score already written part by part comes through unchanged.
+  auto partwise = XmlDocument::Create();
+  partwise->resolveExternals = false;
+  ASSERT_TRUE(partwise->loadXML(kExportedScore));
+  partwise->transformNodeToObject(*styleSheet, *result);
+  EXPECT_EQ(result->documentElement().xml(), partwise->documentElement().xml());
 }
 
 } // namespace
