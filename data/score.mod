@@ -2,9 +2,12 @@
   Ostin Light: document types of MusicXML 4.0, everything but the two roots.
 
   Read by partwise.dtd and timewise.dtd, which differ only in whether parts hold measures or
-  measures hold parts. The areas come in the order their declarations need each other.
+  measures hold parts. The areas come in the order their declarations need each other, after
+  the named Latin-1 characters that texts may use.
 -->
 
+<!ENTITY % latin1.ent SYSTEM "latin1.ent">
+%latin1.ent;
 <!ENTITY % common.mod SYSTEM "common.mod">
 %common.mod;
 <!ENTITY % header.mod SYSTEM "header.mod">

@@ -216,13 +216,24 @@ TEST(DocumentTypes, AcceptAFileAsTheExportWritesIt) {
       << error.reason;
 }
 
+TEST(DocumentTypes, DeclareTheNamedLatin1Characters) {
+  std::string text = kExportedScore;
+  text.replace(text.find("Sample"), 6, "Caf&eacute; &copy;&nbsp;&yuml;");
+  auto doc = XmlDocument::Create();
+  const std::string path = std::string(OSTIN_DATA_DIR) + "/partwise.dtd";
+  text.replace(text.find("//C:/musicxml/partwise.dtd"), 26, path);
+  ASSERT_TRUE(doc->loadXML(text)) << doc->parseError().reason;
+  EXPECT_EQ(doc->documentElement().selectSingleNode("movement-title").text(),
+            "Caf\u00e9 \u00a9\u00a0\u00ff");
+}
+
 // The document types read their modules from their own folder, wherever that is, when a file
 // names them by a relative system identifier as the corpus files do.
 TEST(DocumentTypes, WorkFromAnyFolderTheyAreCopiedTo) {
   const TempFolder folder;
   for (const auto& entry : fs::directory_iterator(OSTIN_DATA_DIR)) {
     const std::string extension = entry.path().extension().string();
-    if (extension == ".dtd" || extension == ".mod") {
+    if (extension == ".dtd" || extension == ".mod" || extension == ".ent") {
       fs::copy_file(entry.path(), folder / entry.path().filename().string());
     }
   }

@@ -18,7 +18,8 @@ inline std::string ScoreDtd(const std::string& root) {
 
 // Parses text, validating it against dtdFile: its DOCTYPE declaration (internal subset and
 // all) is replaced by one naming dtdFile, or one is added after the XML declaration. Line
-// numbers of errors stay those of the text. The parse error; errorCode 0 when it is valid.
+// numbers of errors stay those of the text. The text must parse without its document type
+// (no named entities of it). The parse error; errorCode 0 when it is valid.
 inline ParseError ValidateAgainst(const std::string& text, const std::string& dtdFile) {
   auto plain = XmlDocument::Create();
   plain->validateOnParse = false;
