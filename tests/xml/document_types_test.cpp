@@ -321,5 +321,59 @@ TEST(DocumentTypes, TimewiseScoresValidateAndTurnIntoPartwiseOnes) {
   EXPECT_EQ(result->documentElement().xml(), partwise->documentElement().xml());
 }
 
+// The reverse of timepart.xsl, for tests: the measures of the first part, each holding every
+// part's measure at the same place.
+const std::string kPartToTime =
+    "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+    "<xsl:template match='/score-partwise'><score-timewise><xsl:copy-of select='@*'/>"
+    "<xsl:copy-of select='*[not(self::part)]'/><xsl:for-each select='part[1]/measure'>"
+    "<xsl:variable name='at' select='position()'/><measure><xsl:copy-of select='@*'/>"
+    "<xsl:for-each select='/score-partwise/part'><part><xsl:copy-of select='@*'/>"
+    "<xsl:copy-of select='measure[$at]/node()'/></part></xsl:for-each></measure>"
+    "</xsl:for-each></score-timewise></xsl:template></xsl:stylesheet>";
+
+std::shared_ptr<XmlDocument> Transformed(const XmlDocument& source, const XmlDocument& sheet) {
+  auto result = XmlDocument::Create();
+  source.transformNodeToObject(sheet, *result);
+  return result;
+}
+
+// Every valid corpus file, turned timewise, validates against timewise.dtd, and timepart.xsl
+// brings back each part's measures with their music.
+TEST(DocumentTypes, CorpusFilesTurnedTimewiseValidateAndComeBack) {
+  const fs::path corpus = OSTIN_CORPUS_DIR;
+  if (!fs::is_directory(corpus)) GTEST_SKIP() << "no MusicXML test suite at " << corpus;
+  auto toTime = XmlDocument::Create();
+  ASSERT_TRUE(toTime->loadXML(kPartToTime));
+  auto toPart = XmlDocument::Create();
+  ASSERT_TRUE(toPart->load(std::string(OSTIN_DATA_DIR) + "/timepart.xsl"));
+  for (const auto& entry : fs::directory_iterator(corpus)) {
+    const std::string name = entry.path().filename().string();
+    if (entry.path().extension() != ".xml" || kInvalidCorpusFiles.count(name)) continue;
+    auto partwise = XmlDocument::Create();
+    partwise->resolveExternals = false;
+    ASSERT_TRUE(partwise->load(entry.path().string())) << name;
+    auto timewise = Transformed(*partwise, *toTime);
+    EXPECT_TRUE(ValidScore(timewise->xml())) << name;
+    const XmlNode back = Transformed(*timewise, *toPart)->documentElement();
+    const XmlNodeList parts = partwise->documentElement().selectNodes("part");
+    ASSERT_EQ(back.selectNodes("part").length(), parts.length()) << name;
+    for (int32_t p = 0; p < parts.length(); ++p) {
+      const std::string id = parts.item(p).getAttribute("id");
+      const XmlNodeList measures = parts.item(p).selectNodes("measure");
+      const XmlNodeList returned = back.selectNodes("part[@id='" + id + "']/measure");
+      ASSERT_EQ(returned.length(), measures.length()) << name << " " << id;
+      for (int32_t m = 0; m < measures.length(); ++m) {
+        const XmlNodeList music = measures.item(m).childNodes();
+        const XmlNodeList again = returned.item(m).childNodes();
+        ASSERT_EQ(again.length(), music.length()) << name << " " << id << " " << m;
+        for (int32_t i = 0; i < music.length(); ++i) {
+          EXPECT_EQ(again.item(i).xml(), music.item(i).xml()) << name << " " << id << " " << m;
+        }
+      }
+    }
+  }
+}
+
 } // namespace
 } // namespace ostin::xml
