@@ -89,6 +89,23 @@ private:
   std::vector<int16_t> staff_, layer_;
 };
 
+// The part's voice map goes first; each staff's next free layer is above its mapped ones.
+void MapAssignedVoices(XmlPart& part, VoiceMap& map) {
+  if (!part.VoicesAssigned) return;
+  for (int16_t v = 1; v <= part.MaxVoices; ++v) {
+    if (!part.GetVoicesUsed(v)) continue;
+    const int16_t staff = part.GetVoiceStaff(v);
+    if (staff < 1 || staff > part.Staves())
+      RaiseLogged("Voice " + std::to_string(v) + " has staff " + std::to_string(staff) +
+                      " when max staves = " + std::to_string(part.Staves()),
+                  kMappedStaffOutOfRange);
+    map.Staff(v) = staff;
+    map.Layer(v) = part.GetVoiceLayer(v);
+    part.Layers.at(staff) =
+        std::max<int16_t>(part.Layers.at(staff), static_cast<int16_t>(map.Layer(v) + 1));
+  }
+}
+
 } // namespace
 
 void CheckForNotes(const xml::XmlNode& measure, int16_t staves, std::vector<bool>& hasNotes) {
@@ -210,25 +227,24 @@ struct XmlEvents::Pass {
     Follow(position);
   }
 
-  // A note that isn't a chord member opens an entry; a chord member adds a note to it.
-  // Returns false for a note beyond the fourth layer, which is not loaded.
-  bool PlanNote(XmlEvent& event, bool chord) {
+  // A note that isn't a chord member opens an entry; a chord member adds a note to it. A
+  // note beyond the fourth layer is neither, and is reported at the end.
+  void PlanNote(XmlEvent& event, bool chord) {
     const bool visible = !Has(event.Element, "@print-object[. = 'no']");
     if (event.Layer > kTopLayer) {
       if (!TooManyLayers) CrowdedStaff = event.Staff;
       TooManyLayers = true;
-      return false;
+      return;
     }
     if (chord) {
       event.NewNote = true;
-      return true;
+      return;
     }
     std::optional<std::string> type = ChildText(event.Element, "type");
     const int32_t edus =
         type ? GetSymbolicDuration(*type, CountOf(event.Element, "dot")) : Edus(event.XmlDuration);
     OpenEntry(event, visible, Narrow16(edus));
     event.NewNote = !Has(event.Element, "rest");
-    return true;
   }
 
   // A forward in a staff with music holds its place with a hidden entry.
@@ -255,6 +271,89 @@ struct XmlEvents::Pass {
                       MessageText(kMayRecurMessage));
   }
 
+  // Working tables of the backup planner, by staff, and the place of the last backup.
+  std::vector<bool> StaffStarted;
+  std::vector<int32_t> PendingGap;
+  int32_t LastBackup = 0;
+
+  // The first note or forward of a staff after a backup: the backup fills the gap before it.
+  void FillPendingGap(const XmlEvent& event, bool takeSlot) {
+    if (event.Layer > kTopLayer || StaffStarted.at(event.Staff)) return;
+    StaffStarted.at(event.Staff) = true;
+    int32_t& gap = PendingGap.at(event.Staff);
+    if (gap <= 0) return;
+    XmlEvent& filler = Plan.Item(LastBackup);
+    filler.Staff = event.Staff;
+    filler.Layer = event.Layer;
+    if (takeSlot) filler.Slot = event.Slot;
+    filler.Duration = Narrow16(Edus(gap));
+    filler.NewEntry = true;
+    Plan.AddEntryCount(event.Staff, event.Layer, false);
+    int32_t& position = Position(event.Layer, event.Staff);
+    position += gap;
+    Follow(position);
+    gap = 0;
+  }
+
+  // A backup places the voice that follows: in a layer that ends at its target, else in a
+  // free layer or the fullest one short of the target, with the gap still to fill.
+  void PlaceNextVoice(const XmlEvent& event) {
+    int32_t target = 0;
+    if (event.Layer <= kTopLayer && event.XmlDuration < Position(event.Layer, event.Staff))
+      target = Position(event.Layer, event.Staff) - event.XmlDuration;
+    for (int16_t i = 1; i <= Plan.staves_; ++i) {
+      StaffStarted.at(i) = false;
+      int16_t& layer = Part.Layers.at(i);
+      if (layer > kTopLayer) continue;
+      if (Plan.entries_.at(i).at(layer) == 0) {
+        PendingGap.at(i) = target;
+        continue;
+      }
+      int16_t unused = -1;
+      int16_t shortest = -1;
+      bool matched = false;
+      for (int16_t l = 0; l <= kTopLayer && !matched; ++l) {
+        const int32_t position = Position(l, i);
+        if (position == target) {
+          layer = l;
+          PendingGap.at(i) = 0;
+          matched = true;
+        } else if (position == 0) {
+          if (unused < 0) unused = l;
+        } else if (position < target && (shortest < 0 || position > Position(shortest, i))) {
+          shortest = l;
+        }
+      }
+      if (matched) continue;
+      if (unused >= 0) {
+        layer = unused;
+        PendingGap.at(i) = target;
+      } else if (shortest >= 0) {
+        layer = shortest;
+        PendingGap.at(i) = target - Position(shortest, i);
+      } else {
+        layer = kLayerCount;
+      }
+    }
+  }
+
+  // A voice's note or forward must not start before the cursor; when its layer stands short
+  // of the cursor, a hidden entry fills the gap first. False when the voice ran ahead.
+  bool CatchUp(XmlEvent& event, int32_t current) {
+    int32_t& position = Position(event.Layer, event.Staff);
+    if (position > current) return false;
+    if (position == current) return true;
+    XmlEvent filler = event;
+    filler.Element = {};
+    filler.Duration = Narrow16(Edus(current - position));
+    filler.NewEntry = true;
+    Plan.AddEntryCount(event.Staff, event.Layer, false);
+    Plan.Add(filler);
+    position = current;
+    event.Start = Edus(current);
+    return true;
+  }
+
   void Remember(const XmlEvent& event) {
     PreviousStaff = event.Staff;
     PreviousSlot = event.Slot;
@@ -270,17 +369,13 @@ void PlannerGuarded(std::string_view logText, int32_t ownNumber, const char* roa
   try {
     body();
   } catch (const Failure& failure) {
-    if (failure.Number != kDivisionsMissing) {
-      try {
-        throw;
-      } catch (...) {
-        StandardHandler(logText, ownNumber);
-      }
+    if (failure.Number == kDivisionsMissing) {
+      Register(failure);
+      RaiseLogged(std::string("Divisions not set in ") + road + " assignment of staff slot " +
+                      std::to_string(pass.MessageSlot()) + ", measure " + pass.Measure,
+                  kDivisionsMissing);
     }
-    Register(failure);
-    RaiseLogged(std::string("Divisions not set in ") + road + " assignment of staff slot " +
-                    std::to_string(pass.MessageSlot()) + ", measure " + pass.Measure,
-                kDivisionsMissing);
+    StandardHandler(logText, ownNumber);
   } catch (...) {
     StandardHandler(logText, ownNumber);
   }
@@ -316,7 +411,6 @@ void XmlEvents::Assign(const xml::XmlNode& measure, XmlPart& part) {
     Clear();
     try {
       if (part.MaxVoices < 1) {
-        byVoice_ = false;
         AssignByNote(measure, part);
       } else {
         bool ok = false;
@@ -383,73 +477,10 @@ void XmlEvents::AssignByNote(const xml::XmlNode& measure, XmlPart& part) {
     for (int16_t s = 1; s <= staves_; ++s)
       part.Layers.at(s) = 0;
     CheckForNotes(measure, staves_, hasNotes_);
-    const auto size = static_cast<std::size_t>(staves_) + 1;
-    std::vector<bool> staffStarted(size, false);
-    std::vector<int32_t> pendingGap(size, 0);
+    pass.StaffStarted.assign(static_cast<std::size_t>(staves_) + 1, false);
+    pass.PendingGap.assign(pass.StaffStarted.size(), 0);
     bool noteRun = false;
     bool skipForward = false;
-    int32_t lastBackup = 0;
-
-    // The first note or forward of a staff after a backup: the backup fills the gap before it.
-    auto fillPendingGap = [&](const XmlEvent& event, bool takeSlot) {
-      if (event.Layer > kTopLayer || staffStarted.at(event.Staff)) return;
-      staffStarted.at(event.Staff) = true;
-      int32_t& gap = pendingGap.at(event.Staff);
-      if (gap <= 0) return;
-      XmlEvent& filler = Item(lastBackup);
-      filler.Staff = event.Staff;
-      filler.Layer = event.Layer;
-      if (takeSlot) filler.Slot = event.Slot;
-      filler.Duration = Narrow16(pass.Edus(gap));
-      filler.NewEntry = true;
-      AddEntryCount(event.Staff, event.Layer, false);
-      int32_t& position = pass.Position(event.Layer, event.Staff);
-      position += gap;
-      pass.Follow(position);
-      gap = 0;
-    };
-
-    // A backup places the voice that follows: in a layer that ends at its target, else in a
-    // free layer or the fullest one short of the target, with the gap still to fill.
-    auto placeNextVoice = [&](const XmlEvent& event) {
-      int32_t target = 0;
-      if (event.Layer <= kTopLayer && event.XmlDuration < pass.Position(event.Layer, event.Staff))
-        target = pass.Position(event.Layer, event.Staff) - event.XmlDuration;
-      for (int16_t i = 1; i <= staves_; ++i) {
-        staffStarted.at(i) = false;
-        int16_t& layer = part.Layers.at(i);
-        if (layer > kTopLayer) continue;
-        if (entries_.at(i).at(layer) == 0) {
-          pendingGap.at(i) = target;
-          continue;
-        }
-        int16_t unused = -1;
-        int16_t shortest = -1;
-        bool matched = false;
-        for (int16_t l = 0; l <= kTopLayer && !matched; ++l) {
-          const int32_t position = pass.Position(l, i);
-          if (position == target) {
-            layer = l;
-            pendingGap.at(i) = 0;
-            matched = true;
-          } else if (position == 0) {
-            if (unused < 0) unused = l;
-          } else if (position < target && (shortest < 0 || position > pass.Position(shortest, i))) {
-            shortest = l;
-          }
-        }
-        if (matched) continue;
-        if (unused >= 0) {
-          layer = unused;
-          pendingGap.at(i) = target;
-        } else if (shortest >= 0) {
-          layer = shortest;
-          pendingGap.at(i) = target - pass.Position(shortest, i);
-        } else {
-          layer = kLayerCount;
-        }
-      }
-    };
 
     xml::XmlNodeList children = measure.selectNodes("*");
     for (int32_t index = 0; index < children.length(); ++index) {
@@ -479,7 +510,7 @@ void XmlEvents::AssignByNote(const xml::XmlNode& measure, XmlPart& part) {
       int16_t previousLayer = event.Layer;
       if (tag == "note") {
         if (pass.HasNotes(event)) {
-          fillPendingGap(event, true);
+          pass.FillPendingGap(event, true);
           pass.PlanNote(event, Has(event.Element, "chord"));
         }
       } else if (tag == "attributes") {
@@ -494,7 +525,7 @@ void XmlEvents::AssignByNote(const xml::XmlNode& measure, XmlPart& part) {
         if (event.XmlDuration < 1) {
           event.NoOutput = true;
         } else {
-          placeNextVoice(event);
+          pass.PlaceNextVoice(event);
           previousLayer = part.Layers.at(event.Staff);
           noteRun = false;
           pass.WarnDivisionsChange();
@@ -504,14 +535,14 @@ void XmlEvents::AssignByNote(const xml::XmlNode& measure, XmlPart& part) {
           event.NoOutput = true;
           skipForward = false;
         } else if (pass.HasNotes(event) && event.Layer <= kTopLayer) {
-          fillPendingGap(event, false);
+          pass.FillPendingGap(event, false);
           pass.PlanForwardEntry(event);
         }
       } else {
         pass.PlanOther(event);
       }
       Add(event);
-      if (tag == "backup") lastBackup = Count();
+      if (tag == "backup") pass.LastBackup = Count();
       pass.Remember(event);
       pass.PreviousLayer = previousLayer;
     }
@@ -528,22 +559,8 @@ void XmlEvents::AssignByVoice(const xml::XmlNode& measure, XmlPart& part, bool& 
       part.Layers.at(s) = 0;
     CheckForNotes(measure, staves_, hasNotes_);
 
-    // The part's map goes first; each staff's next free layer is above its mapped ones.
     VoiceMap map(part.MaxVoices);
-    if (part.VoicesAssigned) {
-      for (int16_t v = 1; v <= part.MaxVoices; ++v) {
-        if (!part.GetVoicesUsed(v)) continue;
-        const int16_t staff = part.GetVoiceStaff(v);
-        if (staff < 1 || staff > staves_)
-          RaiseLogged("Voice " + std::to_string(v) + " has staff " + std::to_string(staff) +
-                          " when max staves = " + std::to_string(staves_),
-                      kMappedStaffOutOfRange);
-        map.Staff(v) = staff;
-        map.Layer(v) = part.GetVoiceLayer(v);
-        part.Layers.at(staff) =
-            std::max<int16_t>(part.Layers.at(staff), static_cast<int16_t>(map.Layer(v) + 1));
-      }
-    }
+    MapAssignedVoices(part, map);
 
     int32_t current = 0;
     int32_t previousStart = 0;
@@ -600,23 +617,10 @@ void XmlEvents::AssignByVoice(const xml::XmlNode& measure, XmlPart& part, bool& 
         event.Start = notChord ? pass.StartOf(event.Layer, event.Staff) : previousStart;
 
       if (opens) {
-        if (event.Layer > kTopLayer) {
+        if (event.Layer > kTopLayer)
           event.NoOutput = true;
-        } else {
-          int32_t& position = pass.Position(event.Layer, event.Staff);
-          if (position > current) return;
-          if (position < current) {
-            // The voice starts later than its layer stands: a hidden entry fills the gap.
-            XmlEvent filler = event;
-            filler.Element = {};
-            filler.Duration = Narrow16(pass.Edus(current - position));
-            filler.NewEntry = true;
-            AddEntryCount(event.Staff, event.Layer, false);
-            Add(filler);
-            position = current;
-            event.Start = pass.Edus(current);
-          }
-        }
+        else if (!pass.CatchUp(event, current))
+          return;
       }
       event.XmlDuration = pass.DurationChild(event);
 
