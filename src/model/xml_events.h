@@ -46,7 +46,10 @@ public:
   const XmlEvent& Item(int32_t index) const {
     return events_.at(static_cast<std::size_t>(index - 1));
   }
-  void Remove(int32_t index) { events_.erase(events_.begin() + (index - 1)); }
+  void Remove(int32_t index) {
+    Item(index);
+    events_.erase(events_.begin() + (index - 1));
+  }
   int32_t Count() const { return static_cast<int32_t>(events_.size()); }
   std::vector<XmlEvent>::const_iterator begin() const { return events_.begin(); }
   std::vector<XmlEvent>::const_iterator end() const { return events_.end(); }

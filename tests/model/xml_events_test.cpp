@@ -166,6 +166,12 @@ TEST_F(XmlEventsTest, BackupsPlaceTheFollowingVoiceWithoutVoiceNumbers) {
        {1, 3, 1, 1, 0, 0, 0, 0, 1, 2, 1, 1, 0, 0, 0, 0},
        8,
        2},
+      {"a forward with a staff child doesn't answer the backup before it",
+       Note(4, "whole") + Backup(4) + Forward(2, Staff(1)) + Note(2, "half"),
+       {"note 1/1/0 0+4096 EN", "backup 1/1/0 4096+0 -", "forward 1/1/1 0+2048 E",
+        "note 1/1/1 2048+2048 EN"},
+       {1, 2, 0, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 0, 0},
+       4},
       {"hidden notes and rests count as entries but not as visible ones",
        Note(1, "quarter", "") +
            "<note print-object='no'><rest/><duration>1</duration>"
@@ -211,6 +217,9 @@ TEST_F(XmlEventsTest, RunsAndChordsKeepTheirStaffAcrossStaffChanges) {
   EXPECT_EQ(Counts(), (std::vector<int>{2, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 1, 0, 0, 0}));
   EXPECT_EQ(events_.Layers(1), 1);
   EXPECT_EQ(events_.Layers(2), 1);
+  const std::vector<int16_t> slots = {events_.Item(1).Slot, events_.Item(2).Slot,
+                                      events_.Item(4).Slot, events_.Item(5).Slot};
+  EXPECT_EQ(slots, (std::vector<int16_t>{3, 3, 4, 4})) << "slots follow the planned staff";
   EXPECT_EQ(events_.Layers(3), 0) << "out of range";
   EXPECT_EQ(events_.Staves(), 2);
 }
