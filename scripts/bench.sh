@@ -5,6 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 ./scripts/setup.sh
-cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF >/dev/null
+# Warnings stay warnings here: GCC 12 at -O3 reports false -Wrestrict hits in std::string.
+cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF -DOSTIN_WERROR=OFF >/dev/null
 ninja -C build-release ${JOBS:+-j "$JOBS"} ostin_bench
 ./build-release/bin/ostin_bench "$@"

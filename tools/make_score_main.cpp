@@ -14,7 +14,8 @@ namespace {
 constexpr const char* kUsage = R"(Usage: ostin-make-score --staves N --measures M [--seed S] -o FILE
 
 Writes a generated score of N staves and M measures (chords, rests, ties, two layers on
-every third staff, clef and transposition by staff, key and time changes) to FILE. The
+every third staff, a second voice on others, clef and transposition by staff, key and
+time changes) to FILE. The
 same arguments always give the same file. Defaults: 4 staves, 16 measures, seed 1.
 )";
 

@@ -339,7 +339,8 @@ sim::StoredEntry ScoreBuilder::MakeEntry(const EntrySpec& spec, const KeySig& ke
   sim::StoredEntry entry;
   entry.Entnum = doc_.Frames.TakeEntnum();
   entry.Dura = spec.Dura;
-  entry.Ef = spec.Notes.empty() ? kEfValid : kEfValid | kEfNote;
+  entry.Ef = (spec.Notes.empty() ? kEfValid : kEfValid | kEfNote) |
+             (spec.VoiceTwo ? kEfVoiceTwo : 0) | (spec.LaunchesVoiceTwo ? kEfLaunchesVoiceTwo : 0);
   int tonic = (key.Minor ? kMinorTonic : kMajorTonic)[FloorMod(key.Fifths, 7)];
   int16_t id = 0;
   for (const NoteSpec& note : spec.Notes) {
@@ -380,21 +381,36 @@ void ScoreBuilder::WriteHolders() {
   }
 }
 
+// Voice one fills the measure; each run of voice two stays inside it from the start of
+// the entry that launches it.
+void ScoreBuilder::CheckLayer(int16_t staff, int16_t measure, int16_t layer,
+                              const std::vector<EntrySpec>& entries) {
+  std::string where = Place(staff, measure) + ", layer " + std::to_string(layer);
+  int32_t length = 0, launch = -1, voiceTwo = 0;
+  for (const EntrySpec& entry : entries) {
+    if (entry.Dura <= 0 || entry.Notes.size() > kMaxNotes)
+      throw BuildError(where + ": an entry needs a length and at most 12 notes");
+    if (!entry.VoiceTwo) {
+      launch = entry.LaunchesVoiceTwo ? length : -1;
+      voiceTwo = 0;
+      length += entry.Dura;
+      continue;
+    }
+    if (launch < 0) throw BuildError(where + ": voice two must follow the entry that launches it");
+    voiceTwo += entry.Dura;
+    if (launch + voiceTwo > DurationOf(measure))
+      throw BuildError(where + ": voice two runs past the end of the measure");
+  }
+  if (length != DurationOf(measure))
+    throw BuildError(where + ": the entries last " + std::to_string(length) + " EDU, the measure " +
+                     std::to_string(DurationOf(measure)));
+}
+
 sim::Document ScoreBuilder::Build() {
   int32_t frame = 0;
   for (const auto& [place, entries] : layers_) {
     const auto& [staff, measure, layer] = place;
-    int32_t length = 0;
-    for (const EntrySpec& entry : entries) {
-      if (entry.Dura <= 0 || entry.Notes.size() > kMaxNotes)
-        throw BuildError(Place(staff, measure) + ", layer " + std::to_string(layer) +
-                         ": an entry needs a length and at most 12 notes");
-      length += entry.Dura;
-    }
-    if (length != DurationOf(measure))
-      throw BuildError(Place(staff, measure) + ", layer " + std::to_string(layer) +
-                       ": the entries last " + std::to_string(length) + " EDU, the measure " +
-                       std::to_string(DurationOf(measure)));
+    CheckLayer(staff, measure, layer, entries);
     if (++frame > std::numeric_limits<int16_t>::max())
       throw BuildError("more frames than the host can number (32767)");
     KeySig key = KeyOf(measure);

@@ -76,10 +76,14 @@ struct NoteSpec {
   bool TieEnd = false;
 };
 
-// One entry of a layer: a note, a chord, or a rest when it has no notes.
+// One entry of a layer: a note, a chord, or a rest when it has no notes. Voice two of a
+// layer runs right behind the voice-one entry that launches it and starts where that
+// entry starts.
 struct EntrySpec {
   int16_t Dura = kQuarter;
   std::vector<NoteSpec> Notes;
+  bool VoiceTwo = false;
+  bool LaunchesVoiceTwo = false;
 };
 
 // A note or chord: pitches separated by blanks; "~" behind a pitch starts a tie, in front of
@@ -180,6 +184,8 @@ private:
   void CheckPlace(int16_t staff, int16_t measure, const char* what) const;
   void WriteHolders();
   sim::StoredEntry MakeEntry(const EntrySpec& spec, const KeySig& key);
+  void CheckLayer(int16_t staff, int16_t measure, int16_t layer,
+                  const std::vector<EntrySpec>& entries);
 
   sim::Document doc_;
   int16_t staves_ = 0;

@@ -108,6 +108,21 @@ private:
     return entry;
   }
 
+  // A second voice through the whole measure, launched by its first entry.
+  void AddVoiceTwo(std::vector<EntrySpec>& entries, int16_t measure, int middle) {
+    KeySig key = KeyOfMeasure(measure);
+    int melody = middle;
+    std::vector<EntrySpec> voice;
+    for (int32_t remaining = TimeOfMeasure(measure).Duration(); remaining > 0;) {
+      int16_t value = DrawValue(remaining, true);
+      remaining -= value;
+      voice.push_back(DrawNotes(value, melody, middle, key));
+      voice.back().VoiceTwo = true;
+    }
+    entries.front().LaunchesVoiceTwo = true;
+    entries.insert(entries.begin() + 1, voice.begin(), voice.end());
+  }
+
   // The entry before this one in the layer, in this measure or at the end of the last one
   // when the key stays; nullptr when there is none to tie from.
   EntrySpec* TieSource(std::vector<EntrySpec>& entries, int16_t staff, int16_t measure,
@@ -115,7 +130,10 @@ private:
     if (!entries.empty()) return &entries.back();
     if (measure == 1 || !(KeyOfMeasure(measure) == KeyOfMeasure(measure - 1))) return nullptr;
     std::vector<EntrySpec>* before = score_.Layer(staff, static_cast<int16_t>(measure - 1), layer);
-    return before && !before->empty() ? &before->back() : nullptr;
+    if (!before) return nullptr;
+    for (auto it = before->rbegin(); it != before->rend(); ++it)
+      if (!it->VoiceTwo) return &*it;
+    return nullptr;
   }
 
   void FillLayer(int16_t staff, int16_t measure, int16_t layer) {
@@ -141,6 +159,7 @@ private:
         entries.push_back(DrawNotes(value, melody, middle, key));
       }
     }
+    if (layer == 0 && staff % 3 == 2 && measure % 2 == 1) AddVoiceTwo(entries, measure, middle - 4);
     score_.SetLayer(staff, measure, layer, std::move(entries));
   }
 

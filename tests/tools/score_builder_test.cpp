@@ -114,6 +114,20 @@ TEST_F(ScoreBuilderTest, RefusesScoresThatDoNotAddUp) {
          s.SetLayer(1, 1, 0, {Notes(kWhole, "C4 D4 E4 F4 G4 A4 B4 C5 D5 E5 F5 G5 A5")});
        },
        "at most 12 notes"},
+      {"voice two alone",
+       [](ScoreBuilder& s) {
+         EntrySpec two = Rest(kHalf);
+         two.VoiceTwo = true;
+         s.SetLayer(1, 1, 0, {Rest(kHalf), two, Rest(kHalf)});
+       },
+       "voice two must follow the entry that launches it"},
+      {"voice two too long",
+       [](ScoreBuilder& s) {
+         EntrySpec launch = Rest(kHalf), two = Rest(kHalf);
+         launch.LaunchesVoiceTwo = two.VoiceTwo = true;
+         s.SetLayer(1, 1, 0, {Rest(kHalf), launch, two, two});
+       },
+       "voice two runs past the end of the measure"},
       {"unknown field",
        [](ScoreBuilder& s) {
          s.Set("MeasureSpec", {1, 0, 0}, {{"Nope", 1}});
@@ -141,11 +155,12 @@ TEST_F(ScoreBuilderTest, GeneratedScoresAddUpAndHoldTheirMusic) {
   } cases[] = {{{1, 1, 1}}, {{5, 60, 1}}, {{9, 30, 77}}};
   for (const Case& c : cases) {
     sim::Document doc = GenerateScore(c.Size);
-    int ties = 0, chords = 0, rests = 0;
+    int ties = 0, chords = 0, rests = 0, voiceTwo = 0;
     for (const auto& [number, frame] : doc.Frames.Frames)
       for (const sim::StoredEntry& entry : frame) {
         rests += entry.Notes.empty();
         chords += entry.Notes.size() > 1;
+        voiceTwo += (entry.Ef & kEfVoiceTwo) != 0;
         for (const sim::StoredNote& note : entry.Notes)
           ties += (note.Flag & kNoteTieEnd) != 0;
       }
@@ -160,6 +175,7 @@ TEST_F(ScoreBuilderTest, GeneratedScoresAddUpAndHoldTheirMusic) {
       EXPECT_GT(ties, 0);
       EXPECT_GT(chords, 0);
       EXPECT_GT(rests, 0);
+      EXPECT_GT(voiceTwo, 0);
       EXPECT_NE(HostSim().Doc().ToJson().dump().find("\"Beats\":3"), std::string::npos);
     }
   }

@@ -30,9 +30,14 @@ inline void CheckFrame(int16_t slot, int16_t staff, int16_t measure, int16_t lay
   Tgf frame;
   frame.Load(0, slot, measure, layer, true);
   int32_t length = 0;
-  for (int16_t i = 1; i <= frame.NumEntries; ++i)
-    if (!(frame.Entries(i)->Ef & kEfVoiceTwo)) length += frame.Entries(i)->Actdur;
   int32_t measureLength = FxGetMeasureDuration(staff, measure);
+  for (int16_t i = 1; i <= frame.NumEntries; ++i) {
+    Entry& entry = *frame.Entries(i);
+    if (!(entry.Ef & kEfVoiceTwo)) length += entry.Actdur;
+    if (entry.Elldur + entry.Actdur > measureLength)
+      shape.Problems.push_back(At(staff, measure) + ", layer " + std::to_string(layer) +
+                               ", entry " + std::to_string(i) + ": past the end of the measure");
+  }
   if (length != measureLength)
     shape.Problems.push_back(At(staff, measure) + ", layer " + std::to_string(layer) + ": " +
                              std::to_string(length) + " of " + std::to_string(measureLength) +
