@@ -21,7 +21,6 @@ constexpr int16_t kMeasureWidth = 288;
 constexpr int16_t kDrumChannel = 10;
 constexpr int16_t kChannels = 64;
 constexpr int kMaxLayers = 4;
-constexpr int kMaxNotes = 12;
 constexpr const char* kNameFont = "^font(Times New Roman,8192)^size(12)^efx(plain)";
 constexpr const char* kPercussionFont = "Maestro Percussion";
 
@@ -388,7 +387,7 @@ void ScoreBuilder::CheckLayer(int16_t staff, int16_t measure, int16_t layer,
   std::string where = Place(staff, measure) + ", layer " + std::to_string(layer);
   int32_t length = 0, launch = -1, voiceTwo = 0;
   for (const EntrySpec& entry : entries) {
-    if (entry.Dura <= 0 || entry.Notes.size() > kMaxNotes)
+    if (entry.Dura <= 0 || entry.Notes.size() > sim::FrameStore::kMaxNotes)
       throw BuildError(where + ": an entry needs a length and at most 12 notes");
     if (!entry.VoiceTwo) {
       launch = entry.LaunchesVoiceTwo ? length : -1;
