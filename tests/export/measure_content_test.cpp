@@ -253,3 +253,62 @@ TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
 
 } // namespace
 } // namespace ostin
+
+namespace ostin {
+namespace {
+
+using testing::ContentTest;
+using testing::kNote;
+
+// Clef and EDU position pairs into the holder of staff 1 in a measure.
+void ClefList(int16_t measure, int16_t list,
+              const std::vector<std::pair<int16_t, int16_t>>& clefs) {
+  ClefElement element;
+  for (size_t i = 0; i < clefs.size(); ++i) {
+    element.Create(list, static_cast<int16_t>(i));
+    element.Clef = clefs[i].first;
+    element.ClefEdu = clefs[i].second;
+    element.Save();
+  }
+  Gfhold holder;
+  ASSERT_TRUE(holder.Load(1, measure));
+  holder.Clef = list;
+  holder.Flag = Gfhold::kClefListBit;
+  holder.Save();
+}
+
+TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
+  ClefList(2, 20, {{0, 0}, {3, 2048}});
+  Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {1}), Made(1024, kNote, {2}),
+           Made(1024, kNote, {3})});
+  // Back to treble at the start, bass again on the last beat behind the last entry.
+  ClefList(3, 21, {{0, 0}, {3, 3072}});
+  Fill(3, {Made(1024, kNote, {0}), Made(1024, kNote, {1})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 3);
+  EXPECT_EQ(Shape(MeasureOf(part, 2)), "note note attributes note note");
+  EXPECT_EQ(Shape(MeasureOf(part, 3)), "attributes note note forward:1024 attributes");
+  EXPECT_EQ(MeasureOf(part, 3).selectSingleNode("forward").xml(),
+            "<forward><duration>1024</duration></forward>");
+  EXPECT_EQ(part.Clefs(1), 3);
+  for (int16_t m : {2, 3})
+    EXPECT_EQ(MeasureOf(part, m).selectNodes("attributes/clef[@number]").length(), 0)
+        << "a part of one staff numbers no clef";
+}
+
+TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
+  Fill(2, {Made(4096, kNote, {0})});
+  MeasureItems items;
+  items.Add(MeasureItem("DY", 1, 0, 2, 0));
+  items.Add(MeasureItem("DY", 2, 0, 2, 3000));
+  items.Add(MeasureItem("DY", 3, 0, 3, 0));
+  Access.SetItems(1, items);
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  EXPECT_EQ(Access.ItemCursor(1), 3) << "the items of measure 2 are taken, measure 3 waits";
+  Access.LoadMeasures(part, 3, 3);
+  EXPECT_EQ(Access.ItemCursor(1), 0) << "past the last item";
+}
+
+} // namespace
+} // namespace ostin

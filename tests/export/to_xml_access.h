@@ -1,6 +1,7 @@
 #pragma once
 // Reaches the private stages of the export engine: a document with one part whose measures
 // stand empty, as the skeleton leaves them, and the stages that fill them.
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -113,6 +114,15 @@ public:
     return ToXml::ItemOffset(placeFirst, edu, position);
   }
   static bool ItemDue(int32_t edu, int32_t position) { return ToXml::ItemDue(edu, position); }
+
+  // Items of a staff slot, with the cursor on the first.
+  void SetItems(int16_t slot, const MeasureItems& items) {
+    x.MeasureItems_.resize(std::max<size_t>(x.MeasureItems_.size(), slot + 1));
+    x.MeasureItemCursor.resize(x.MeasureItems_.size(), 0);
+    x.MeasureItems_[slot] = items;
+    x.MeasureItemCursor[slot] = items.Count() > 0 ? 1 : 0;
+  }
+  int32_t ItemCursor(int16_t slot) const { return x.MeasureItemCursor.at(slot); }
 
   void SetShowTies(int16_t staff, bool value) { x.ShowTies.at(staff) = value; }
   void SetShowBeams(int16_t staff, bool value) { x.ShowBeams.at(staff) = value; }
