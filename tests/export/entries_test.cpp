@@ -242,5 +242,23 @@ TEST_F(EntriesTest, LayerOptionsMakeCueAndUnspacedNotes) {
   EXPECT_EQ(MeasureOf(part, 3).selectSingleNode("note").getAttribute("print-spacing"), "no");
 }
 
+TEST_F(EntriesTest, ForeignFailureOfAnEntryNamesInstrumentMeasureAndEntry) {
+  Fill(2, {Made(1024, kNote, {0}), Made(3072, kNote, {2})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  part.PercussionStaff = true;
+  HostSim().Faults["FxNoteToMidi"] = sim::Host::Fault::Throw;
+  try {
+    Access.LoadMeasures(part, 2, 2);
+    ADD_FAILURE() << "no failure";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number, Code(0x80040353)) << "it passes LoadMeasure unchanged";
+    EXPECT_EQ(failure.Description, std::string(kInternalError));
+  }
+  EXPECT_NE(Log().find("ToXml LoadEntry error "), std::string::npos) << Log();
+  EXPECT_NE(Log().find(" in instrument 1, measure 2, entry 1:  / FxNoteToMidi"), std::string::npos)
+      << Log();
+  EXPECT_EQ(Log().find("ToXml LoadMeasure error"), std::string::npos) << Log();
+}
+
 } // namespace
 } // namespace ostin

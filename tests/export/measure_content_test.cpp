@@ -251,15 +251,6 @@ TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
   }
 }
 
-} // namespace
-} // namespace ostin
-
-namespace ostin {
-namespace {
-
-using testing::ContentTest;
-using testing::kNote;
-
 // Clef and EDU position pairs into the holder of staff 1 in a measure.
 void ClefList(int16_t measure, int16_t list,
               const std::vector<std::pair<int16_t, int16_t>>& clefs) {
@@ -308,6 +299,24 @@ TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
   EXPECT_EQ(Access.ItemCursor(1), 3) << "the items of measure 2 are taken, measure 3 waits";
   Access.LoadMeasures(part, 3, 3);
   EXPECT_EQ(Access.ItemCursor(1), 0) << "past the last item";
+}
+
+TEST_F(ContentTest, ForeignFailureIsLoggedWithItsPlaceAndFreesTheFrame) {
+  Fill(2, {Made(4096, kRest)});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  HostSim().Faults["FxGetMeasureDuration"] = sim::Host::Fault::Throw;
+  try {
+    Access.LoadMeasures(part, 2, 2);
+    ADD_FAILURE() << "no failure";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number, Code(0x80040345));
+    EXPECT_TRUE(failure.IsOwn());
+    EXPECT_EQ(failure.Description, std::string(kInternalError));
+  }
+  EXPECT_NE(Log().find("ToXml LoadMeasure error "), std::string::npos) << Log();
+  EXPECT_NE(Log().find(" in staff 1, measure 2:  / FxGetMeasureDuration"), std::string::npos)
+      << Log();
+  EXPECT_EQ(Log().find("TGF being deleted"), std::string::npos) << "the frame was freed";
 }
 
 } // namespace
