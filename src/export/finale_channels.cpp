@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "host/bridge.h"
+#include "model/arithmetic_numbers.h"
 #include "shell/failure.h"
 #include "shell/music_directory.h"
 
@@ -16,12 +17,6 @@ constexpr int32_t kFirstHandler = Code(0x80040289);
 constexpr const char* kMissing = "CannotFindTheData";
 constexpr int kMaxDevices = 8;
 
-bool IsNumber(const std::string& text) {
-  if (text.empty()) return false;
-  for (char c : text)
-    if (c < '0' || c > '9') return false;
-  return true;
-}
 } // namespace
 
 const FinaleChannels::Channel_& FinaleChannels::At(const char* property, int16_t index) const {
@@ -48,9 +43,9 @@ void FinaleChannels::Initialize() {
       // The base is read into a buffer of eight characters.
       std::string base =
           GetPrivateProfileString("MMEDRVR", "OutBase" + std::to_string(n), "", file).substr(0, 7);
-      if (!IsNumber(base)) continue;
-      int first = std::stoi(base);
-      if (first < 1 || first > MaxChannel) continue;
+      std::optional<double> value = NumericValue(base);
+      if (!value || *value < 1 || *value > MaxChannel) continue;
+      int first = RoundHalfEven(*value);
       ++devices;
       for (int k = 1; k <= 16 && first + k - 1 <= MaxChannel; ++k) {
         Channel_& channel = channels_[first + k - 1];

@@ -84,10 +84,15 @@ private:
   xml::XmlNode LoadMidiInstrument(const std::string& id, int16_t channel, int16_t bank,
                                   int16_t program, int16_t unpitched);
   XmlPart* FindXmlPart(int16_t staff);
+  static std::string KnownInstrument(const std::vector<std::array<int16_t, 6>>& indices,
+                                     const std::vector<std::array<std::string, 6>>& ids,
+                                     int16_t staff, int source, int16_t index);
+  void WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id, int16_t index);
 
   // Measure skeleton.
   struct SkeletonState;
   struct MeasureHead;
+  void ReadMeasureHead(SkeletonState& state, int16_t measure, MeasureHead& head);
   void ReadEndingData(int16_t measure, MeasureHead& head);
   void FillMeasure(SkeletonState& state, const MeasureHead& head, XmlPart& part, int16_t index,
                    xml::XmlNode measure);
@@ -95,15 +100,16 @@ private:
                                   int16_t index, xml::XmlNode& attributes);
   void AddFirstAttributes(SkeletonState& state, const MeasureHead& head, XmlPart& part,
                           int16_t index, xml::XmlNode& attributes);
+  void AddTime(SkeletonState& state, const MeasureHead& head, XmlPart& part, int16_t index,
+               xml::XmlNode& attributes, bool first);
   void AddMultipleRest(SkeletonState& state, xml::XmlNode& attributes);
   void AddBarlines(const MeasureHead& head, xml::XmlNode& left, xml::XmlNode& right);
   void ResetPartsToStart();
   void AddFinalBarlines();
-  xml::XmlNode KeyOfMeasure(const MeasureHead& head, XmlPart& part, int16_t& key);
+  static int16_t KeyOfMeasure(const MeasureHead& head, const XmlPart& part);
 
   // Key, time and transposition elements.
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, const int16_t* oldKey);
-  xml::XmlNode CreateKeyNonLinear(int16_t key, int16_t keySig);
   void ParseTimeSignature(const MeasureSpec& measure, int16_t& beats, int16_t& divBeat,
                           bool& compositeBeats, bool& compositeDiv, bool& symbol, int16_t staff);
   static void ConvertTime(int16_t beats, int16_t divBeat, int16_t& outBeats, int16_t& outBeatType);
@@ -115,6 +121,7 @@ private:
   static std::vector<std::string> CreateTimeLower(int16_t record);
   xml::XmlNode CreateTranspose(const XmlPart& part, bool suppressZero);
   xml::XmlNode CreateTransposeChromatic(int16_t interval, int16_t alteration, bool suppressZero);
+  xml::XmlNode TransposeElement(int16_t diatonic, int16_t chromatic, int16_t octave, bool zero);
 
   // Clefs, staff details and staff styles.
   xml::XmlNode CreateClef(int16_t number);
@@ -123,6 +130,7 @@ private:
   xml::XmlNode CreateMeasureStyleElement(const XmlPart& part, int16_t staff);
   void SwitchStaffStyle(xml::XmlNode measure, XmlPart& part, int16_t staff, int32_t edu,
                         bool atStart);
+  void SwitchMeasureStyle(xml::XmlNode attributes, XmlPart& part, int16_t staff);
   xml::XmlNode Element(const std::string& name, const std::string& text = {});
 
   // Measure content, entries and durations.

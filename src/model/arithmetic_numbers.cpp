@@ -1,5 +1,7 @@
 #include "model/arithmetic_numbers.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -34,6 +36,15 @@ int16_t Integer16(std::string_view text) {
       *value >= std::numeric_limits<int16_t>::max() + 0.5)
     throw std::overflow_error("Overflow");
   return static_cast<int16_t>(RoundHalfEven(*value));
+}
+
+std::string TrimmedLower(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r\n");
+  if (first == std::string_view::npos) return {};
+  std::string result(text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1));
+  std::transform(result.begin(), result.end(), result.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return result;
 }
 
 std::optional<std::string> ChildText(const xml::XmlNode& element, const std::string& name) {

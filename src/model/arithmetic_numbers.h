@@ -19,6 +19,9 @@ std::optional<double> NumericValue(std::string_view text);
 // a value out of range raises a foreign failure, for the caller's handler.
 int16_t Integer16(std::string_view text);
 
+// A text without blanks around it, in lower case.
+std::string TrimmedLower(std::string_view text);
+
 // The text of the first child element of that name, or nothing when there is none.
 std::optional<std::string> ChildText(const xml::XmlNode& element, const std::string& name);
 

@@ -13,6 +13,7 @@
 #include "host/text/noteheads.h"
 #include "model/arithmetic_numbers.h"
 #include "model/arithmetic_pitch.h"
+#include "model/xml_part.h"
 #include "shell/failure.h"
 
 namespace ostin {
@@ -22,6 +23,7 @@ namespace {
 constexpr int32_t kInitializePercussionHandler = Code(0x800406A9);
 
 constexpr int32_t kCreatePercussionMapHandler = Code(0x800406AA);
+constexpr int32_t kPercussionHandler = Code(0x80040274);
 
 constexpr int kMidiKeys = 128;
 constexpr int16_t kPercussionStaffFlags = 0x2020;
@@ -192,12 +194,12 @@ std::string PercussionFont(const std::string& musicFont) {
   return std::string(kOtherPercussionFont);
 }
 
-void InitializePercussion(XmlPercussions& percussionMap, int16_t drumStaffCmper,
-                          const std::string& instrumentPrefix, int32_t& counter) {
+void XmlPart::InitializePercussion(const std::string& instrumentPrefix) {
   Guarded("XmlPart InitializePercussion error ", kInitializePercussionHandler, [&] {
-    percussionMap.RemoveAll();
+    PercussionMap.RemoveAll();
     DrumStaff drumStaff;
-    const bool hasDrumStaff = drumStaff.Load(drumStaffCmper, 0, kDrumStaffTag);
+    const bool hasDrumStaff =
+        StaffSpecs(1) && drumStaff.Load(StaffSpecs(1)->DrumStaffCmper, 0, kDrumStaffTag);
     const int16_t percMap = hasDrumStaff ? drumStaff.PercMap : int16_t{0};
     int played = 0;
     for (int k = 0; k < kMidiKeys; ++k) {
@@ -224,21 +226,21 @@ void InitializePercussion(XmlPercussions& percussionMap, int16_t drumStaffCmper,
         item.InstrumentID = instrumentPrefix + "-X" + std::to_string(played);
         item.Active = true;
       }
-      percussionMap.Add(item, index);
+      PercussionMap.Add(item, index);
     }
-    counter += kMidiKeys;
+    Counter += kMidiKeys;
   });
 }
 
-bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scorePart,
-                         const xml::XmlNode& part, int16_t staves, int16_t staffCmper,
-                         const std::string& staffStepPitch, int16_t staffStepOctave) {
-  return Guarded("XmlPart CreatePercussionMap error ", kCreatePercussionMapHandler, [&] {
-    if (staves > 1) return false;
+void XmlPart::CreatePercussionMap() {
+  Guarded("XmlPart CreatePercussionMap error ", kCreatePercussionMapHandler, [&] {
+    if (Staves() > 1 || !StaffSpecs(1)) return;
+    const xml::XmlNode& scorePart = ScorePart();
+    const xml::XmlNode& part = Part();
     xml::XmlNodeList instruments = scorePart.selectNodes("midi-instrument[midi-unpitched]");
     const bool withInstruments =
         scorePart.selectSingleNode("score-instrument") && instruments.length() > 0;
-    if (withInstruments && !SharedMidiSettings(instruments)) return false;
+    if (withInstruments && !SharedMidiSettings(instruments)) return;
 
     DefaultFontPrefs fontPrefs;
     const std::string font = PercussionFont(fontPrefs.Load(0) ? fontPrefs.FontName : "");
@@ -254,19 +256,19 @@ bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scor
       item.InstrumentID = instrument.getAttribute("id");
       const xml::XmlNode scoreInstrument =
           scorePart.selectSingleNode("score-instrument[@id = '" + item.InstrumentID + "']");
-      if (!scoreInstrument) return false;
+      if (!scoreInstrument) return;
       item.InstrumentName = ChildText(scoreInstrument, "instrument-name")
                                 .value_or("MusicXML Percussion " + std::to_string(i + 1));
       const std::optional<double> midi = NumericValue(ChildOrEmpty(instrument, "midi-unpitched"));
-      if (!midi || *midi < 1 || *midi > kMidiKeys) return false;
+      if (!midi || *midi < 1 || *midi > kMidiKeys) return;
       item.MidiNote = static_cast<int16_t>(RoundHalfEven(*midi));
       const xml::XmlNode note = part.selectSingleNode(NotesOf(item.InstrumentID));
       if (!note) continue;
       item.Active = true;
       const xml::XmlNode unpitched = note.selectSingleNode("unpitched");
-      item.StaffStep =
-          WholeSteps(staffStepPitch, staffStepOctave, ChildOrEmpty(unpitched, "display-step"),
-                     Integer16(ChildOrEmpty(unpitched, "display-octave")));
+      item.StaffStep = WholeSteps(StaffStepPitch.at(1), StaffStepOctave.at(1),
+                                  ChildOrEmpty(unpitched, "display-step"),
+                                  Integer16(ChildOrEmpty(unpitched, "display-octave")));
       const int key = MidiNote(unpitched);
       if (key >= 0 && key < kMidiKeys) {
         const int near = NearKey(keys, key);
@@ -279,8 +281,8 @@ bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scor
     }
     PlaceRemaining(items, keyed, keys);
 
-    StaffSpec staff;
-    if (!staff.Load(staffCmper, 0)) return false;
+    StaffSpec& staff = *StaffSpecs(1);
+    const int16_t staffCmper = staff.Cmper();
     PercussionMapTitle title;
     title.Create(-1, 0);
     title.Text = ChildOrEmpty(scorePart, "part-name");
@@ -318,9 +320,14 @@ bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scor
     staff.Mfont = FontNumberOf(font);
     staff.Save();
     for (const XmlPercussion& item : items)
-      percussionMap.Add(item, item.InstrumentID);
-    return true;
+      PercussionMap.Add(item, item.InstrumentID);
+    PercussionStaff = true;
   });
+}
+
+const XmlPercussion* XmlPart::Percussion(const std::string& key) const {
+  return Guarded("XmlPart Percussion error ", kPercussionHandler,
+                 [&] { return PercussionMap.Item(key); });
 }
 
 } // namespace ostin

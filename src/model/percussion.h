@@ -1,6 +1,6 @@
 #pragma once
-// Percussion instruments by MIDI key: the map read from a drum staff on export, and the
-// notehead font that goes with the document's music font.
+// Percussion instruments by MIDI key, and the notehead font that goes with the document's
+// music font. The maps themselves are made by XmlPart.
 #include <cstdint>
 #include <map>
 #include <string>
@@ -43,19 +43,5 @@ private:
 
 // The percussion notehead font that goes with the document's default music font.
 std::string PercussionFont(const std::string& musicFont);
-
-// Fills the map with one entry per MIDI key, keyed by key + 1 as text, from the drum staff
-// drumStaffCmper (the part's first staff) and raises counter by 128 for the ids it used.
-// Takes the part's fields as parameters: this is XmlPart.InitializePercussion.
-void InitializePercussion(XmlPercussions& percussionMap, int16_t drumStaffCmper,
-                          const std::string& instrumentPrefix, int32_t& counter);
-
-// Makes a percussion map on import from the score-part and the notes of a part of at most
-// one staff, and makes staffCmper a percussion staff with it. False, with nothing made,
-// when it gives up. Takes the part's fields as parameters: this is
-// XmlPart.CreatePercussionMap, its result XmlPart.PercussionStaff.
-bool CreatePercussionMap(XmlPercussions& percussionMap, const xml::XmlNode& scorePart,
-                         const xml::XmlNode& part, int16_t staves, int16_t staffCmper,
-                         const std::string& staffStepPitch, int16_t staffStepOctave);
 
 } // namespace ostin

@@ -89,9 +89,14 @@ struct Extremes {
   std::string Direction() const { return UpWhen(-Lowest > Highest); }
 };
 
+// The staff's index in the part: FindStaff gives 0 for a part of one staff, which is staff 1.
+int16_t InPart(const XmlPart& part, int16_t staff) {
+  return staff >= 1 && staff <= part.Staves() ? staff : int16_t{1};
+}
+
 // Step and octave of a note as it stands on the staff.
 void PitchOfNote(Tgf& tgf, int16_t entryIndex, int16_t noteIndex, const Note& note,
-                 const StemPart& part, int16_t staff, std::string& step, int16_t& octave) {
+                 const XmlPart& part, int16_t staff, std::string& step, int16_t& octave) {
   if (!part.PercussionStaff) {
     const int16_t tcd = part.TransposeChromatic
                             ? static_cast<int16_t>(note.Tcd + part.TransposeChromaticInterval)
@@ -100,17 +105,17 @@ void PitchOfNote(Tgf& tgf, int16_t entryIndex, int16_t noteIndex, const Note& no
     return;
   }
   const int16_t midi = TgfNoteToMidi(tgf.Tgf, entryIndex, noteIndex, 0);
-  const auto found = part.Percussion.find(std::to_string(midi + 1));
-  if (found != part.Percussion.end() && found->second.Active) {
-    const StemStaff& reference = part.Staff(staff);
-    PitchAndOctave(reference.StaffStepPitch, reference.StaffStepOctave, found->second.StaffStep,
+  const XmlPercussion* found = part.Percussion(std::to_string(midi + 1));
+  if (found != nullptr && found->Active) {
+    const int16_t index = InPart(part, staff);
+    PitchAndOctave(part.StaffStepPitch.at(index), part.StaffStepOctave.at(index), found->StaffStep,
                    step, octave);
   } else {
     PitchAndOctave("C", 4, note.Tcd, step, octave);
   }
 }
 
-void AddNotes(Tgf& tgf, Entry& entry, int16_t entryIndex, const StemPart& part, int16_t staff,
+void AddNotes(Tgf& tgf, Entry& entry, int16_t entryIndex, const XmlPart& part, int16_t staff,
               int16_t clef, Extremes& extremes) {
   for (int16_t i = 1; i <= entry.NumNotes; ++i) {
     const Note* note = entry.Notes(i);
@@ -132,9 +137,9 @@ int16_t ClefIndexAt(Gfhold& holder, int32_t elldur) {
 }
 
 // The clef in force at an entry of the frame.
-int16_t ClefOfEntry(const Tgf& tgf, const Entry& entry, Gfhold& holder, const StemPart& part,
+int16_t ClefOfEntry(const Tgf& tgf, const Entry& entry, Gfhold& holder, const XmlPart& part,
                     int16_t staff) {
-  if (!part.ClefChange) return part.Staff(staff).Clef;
+  if (!part.ClefChange) return part.Clefs(InPart(part, staff));
   const int16_t index = ClefIndexAt(holder, entry.Elldur);
   if (index == 0)
     RaiseLogged("Could not find clef while computing beam stems for inst " +
@@ -203,11 +208,6 @@ constexpr std::array<FixedStem, 2> kFixedStems{{
 
 } // namespace
 
-const StemStaff& StemPart::Staff(int16_t staff) const {
-  static const StemStaff none;
-  return staff >= 1 && staff <= static_cast<int>(Staves.size()) ? Staves[staff - 1] : none;
-}
-
 std::string Stemming::ConvertPlacement(int32_t thisPlacement, bool reversed,
                                        std::string_view thisStem) {
   return Guarded("Stemming ConvertPlacement error ", kConvertPlacementHandler, [&] {
@@ -226,7 +226,7 @@ int16_t Stemming::ForXml(std::string_view pitchStep, int16_t octave, int16_t fin
   });
 }
 
-int16_t Stemming::ForFinale(int16_t tcd, int16_t finaleClef, const StemPart& thisPart) {
+int16_t Stemming::ForFinale(int16_t tcd, int16_t finaleClef, const XmlPart& thisPart) {
   return Guarded("Stemming ForFinale error ", kForFinaleHandler, [&] {
     std::string step;
     int16_t octave = 0;
@@ -236,7 +236,7 @@ int16_t Stemming::ForFinale(int16_t tcd, int16_t finaleClef, const StemPart& thi
 }
 
 std::string Stemming::SingleEntryStem(Tgf& thisTgf, Entry& entry, int16_t entryIndex,
-                                      const StemPart& thisPart, int16_t thisStaff, int16_t clef) {
+                                      const XmlPart& thisPart, int16_t thisStaff, int16_t clef) {
   return Guarded("Stemming SingleEntryStem error ", kSingleEntryStemHandler, [&] {
     Extremes extremes;
     AddNotes(thisTgf, entry, entryIndex, thisPart, thisStaff, clef, extremes);
@@ -245,7 +245,7 @@ std::string Stemming::SingleEntryStem(Tgf& thisTgf, Entry& entry, int16_t entryI
 }
 
 std::string Stemming::DefaultStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& thisGfhold,
-                                  const StemPart& thisPart, int16_t thisStaff, bool freezeOK,
+                                  const XmlPart& thisPart, int16_t thisStaff, bool freezeOK,
                                   int16_t& howManyEntries) const {
   return Guarded("Stemming DefaultStem error ", kDefaultStemHandler, [&] {
     if (thisPart.Tonic.empty())
@@ -281,7 +281,7 @@ std::string Stemming::DefaultStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& this
 }
 
 void Stemming::GetEntryStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& thisGfhold,
-                            const StemPart& thisPart, int16_t thisStaff, std::string_view layerStem,
+                            const XmlPart& thisPart, int16_t thisStaff, std::string_view layerStem,
                             std::string_view lastBeam, std::string& xmlStem,
                             std::string& finaleStem, bool& beamStart) {
   Guarded("Stemming GetEntryStem error ", kGetEntryStemHandler, [&] {

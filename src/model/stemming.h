@@ -3,45 +3,16 @@
 // flags of the entry, and the side of an articulation that follows from it. Serves export
 // (with the host's metrics when UseMetrics is set) and import (to know the default).
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "host/frames/entry.h"
 #include "host/frames/metrics.h"
 #include "host/frames/tgf.h"
 #include "host/gfhold.h"
+#include "model/xml_part.h"
 
 namespace ostin {
-
-// A percussion instrument of a part as stemming sees it.
-struct StemPercussion {
-  bool Active = false;
-  int16_t StaffStep = 0; // staff position, diatonic steps from the staff's reference step
-};
-
-// One staff of a part: its clef and the pitch at the reference step of that clef.
-struct StemStaff {
-  int16_t Clef = 0;
-  std::string StaffStepPitch = "C";
-  int16_t StaffStepOctave = 4;
-};
-
-// What stemming reads of the running state of a MusicXML part.
-struct StemPart {
-  std::string Tonic;
-  int16_t Octave = 4; // octave of Tonic for Tcd 0
-  bool TransposeChromatic = false;
-  int16_t TransposeChromaticInterval = 0;
-  bool ClefChange = true;        // the clef comes from the frame holder
-  std::vector<StemStaff> Staves; // staff i from 1 at index i - 1
-  bool PercussionStaff = false;
-  std::map<std::string, StemPercussion> Percussion; // by MIDI key + 1 as text
-
-  // The staff from 1; a default staff out of range.
-  const StemStaff& Staff(int16_t staff) const;
-};
 
 class Stemming {
 public:
@@ -50,23 +21,23 @@ public:
   static std::string ConvertPlacement(int32_t thisPlacement, bool reversed,
                                       std::string_view thisStem);
   // Diatonic steps of a host pitch from the middle line of the clef; positive is above.
-  static int16_t ForFinale(int16_t tcd, int16_t finaleClef, const StemPart& thisPart);
+  static int16_t ForFinale(int16_t tcd, int16_t finaleClef, const XmlPart& thisPart);
   // The same for a MusicXML pitch.
   static int16_t ForXml(std::string_view pitchStep, int16_t octave, int16_t finaleClef);
 
   // Default direction of the beam group that starts at an entry (from 1), and how many
   // entries with notes it holds. With freezeOK a frozen stem decides.
   std::string DefaultStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& thisGfhold,
-                          const StemPart& thisPart, int16_t thisStaff, bool freezeOK,
+                          const XmlPart& thisPart, int16_t thisStaff, bool freezeOK,
                           int16_t& howManyEntries) const;
   // Direction of one entry: the MusicXML stem, the direction that articulations follow,
   // and whether the entry starts a beam group.
-  void GetEntryStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& thisGfhold, const StemPart& thisPart,
+  void GetEntryStem(Tgf& thisTgf, int16_t entryIndex, Gfhold& thisGfhold, const XmlPart& thisPart,
                     int16_t thisStaff, std::string_view layerStem, std::string_view lastBeam,
                     std::string& xmlStem, std::string& finaleStem, bool& beamStart);
   // Default direction of one entry by itself.
   static std::string SingleEntryStem(Tgf& thisTgf, Entry& entry, int16_t entryIndex,
-                                     const StemPart& thisPart, int16_t thisStaff, int16_t clef);
+                                     const XmlPart& thisPart, int16_t thisStaff, int16_t clef);
 
   bool UseMetrics = false;
   // Declared last, as it takes the class's name.

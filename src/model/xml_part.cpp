@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string_view>
 
 #include "host/handmade_records.h"
@@ -89,16 +88,6 @@ int16_t Signed(int32_t value, int bits) {
   int32_t field = value & mask;
   if (field & (1 << (bits - 1))) field -= 1 << bits;
   return static_cast<int16_t>(field);
-}
-
-std::string TrimmedLower(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string::npos) return {};
-  const auto last = text.find_last_not_of(" \t\r\n");
-  std::string result = text.substr(first, last - first + 1);
-  std::transform(result.begin(), result.end(), result.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return result;
 }
 
 std::string FontOfPref(int16_t number) {

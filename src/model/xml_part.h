@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/records.h"
+#include "model/percussion.h"
 #include "xml/xml_node.h"
 
 namespace ostin {
@@ -13,6 +14,30 @@ namespace ostin {
 class XmlPart {
 public:
   XmlPart();
+
+  // Staff setup, percussion and stems.
+  // Makes the StaffSpec records of the part's staves, its percussion map and its group.
+  void InitializeStaffSpecs();
+  // Sets Staves from the part's staves elements, at least 1.
+  void ComputeStaves();
+  // Takes a staff record back to a neutral staff: no alternate notation, font, clef or
+  // transposition, and the layout flags the import sets itself cleared.
+  void ClearStaffSpec(StaffSpec& spec);
+  // Fills StaffSpecs(index) from the first measure and the part's content, and saves it.
+  void EditStaffSpec(int16_t index);
+  // The fretted instrument of a tuning (staff-tuning elements), found or made.
+  void FindFretInst(const xml::XmlNodeList& tuningList, int16_t& id);
+  // Makes the bracketed group of a part of several staves, named after the part.
+  void InitializeGroupSpec();
+  // Writes the transposition of a transpose element into staff index and saves it.
+  void TransposeStaffSpec(int16_t index, const xml::XmlNode& transpose);
+  // Fills PercussionMap from the drum staff of the first staff, keyed by MIDI key + 1.
+  void InitializePercussion(const std::string& instrumentPrefix);
+  // Makes a percussion map on import from the score-part and the notes, and makes the first
+  // staff a percussion staff with it; silent and without a map when it gives up.
+  void CreatePercussionMap();
+  // The percussion entry of a key; nullptr when there is none.
+  const XmlPercussion* Percussion(const std::string& key) const;
 
   // Identity and place.
   int16_t Number = 0;
@@ -108,6 +133,8 @@ public:
 
   // Percussion and voices.
   bool PercussionStaff = false;
+  XmlPercussions PercussionMap;
+  bool StavesComputed = false; // ComputeStaves has run
   int16_t Voices = 0;
   bool VoicesAssigned = false;
   std::vector<int16_t> VoicesUsed;

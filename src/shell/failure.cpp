@@ -39,10 +39,15 @@ void Register(const Failure& failure) {
 }
 
 void StandardHandler(std::string_view logText, int32_t ownNumber) {
+  StandardHandlerAt(logText, ownNumber, ": ");
+}
+
+void StandardHandlerAt(std::string_view logText, int32_t ownNumber, std::string_view tail) {
   Failure failure = CurrentFailure();
   Register(failure);
   if (failure.IsOwn()) throw failure;
-  WriteLog(std::string(logText) + std::to_string(failure.Number) + ": " + failure.Description);
+  WriteLog(std::string(logText) + std::to_string(failure.Number) + std::string(tail) +
+           failure.Description);
   throw Failure::Internal(ownNumber);
 }
 

@@ -54,6 +54,10 @@ void Register(const Failure& failure);
 // The standard handler: own failures pass up unchanged, a foreign one is logged once as
 // log text + number + ": " + description and goes on as this operation's internal error.
 [[noreturn]] void StandardHandler(std::string_view logText, int32_t ownNumber);
+// The same, with `tail` in place of ": " between the number and the description, for
+// operations whose log line names a place in the score.
+[[noreturn]] void StandardHandlerAt(std::string_view logText, int32_t ownNumber,
+                                    std::string_view tail);
 
 // Runs body under the standard handler of one operation.
 template <class Body>
@@ -62,6 +66,16 @@ decltype(auto) Guarded(std::string_view logText, int32_t ownNumber, Body&& body)
     return std::forward<Body>(body)();
   } catch (...) {
     StandardHandler(logText, ownNumber);
+  }
+}
+
+// Runs body under the standard handler; `tail` gives the place for the log line.
+template <class Tail, class Body>
+decltype(auto) GuardedAt(std::string_view logText, int32_t ownNumber, Tail&& tail, Body&& body) {
+  try {
+    return std::forward<Body>(body)();
+  } catch (...) {
+    StandardHandlerAt(logText, ownNumber, tail());
   }
 }
 

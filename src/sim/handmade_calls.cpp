@@ -18,6 +18,12 @@ std::vector<int32_t>& PassesOf(const ostin::sim::RecordShape& shape, const Recor
   return ostin::sim::RecordForWrite(shape, key)[shape.FieldIndex("Passes")].Numbers;
 }
 
+// A loaded fretted instrument hands over its tuning block: from then on the plug-in writes
+// the tuning into the host's own block of that record.
+void BindTuningBlock(const RecordKey& key, int16_t* block) {
+  Host::Instance().FretTuningBlocks[key] = block;
+}
+
 const std::vector<int32_t>* StoredPasses(const ostin::sim::RecordShape& shape,
                                          const RecordKey& key) {
   const ostin::sim::StoredRecord* record = ostin::sim::FindRecord(shape, key);
@@ -157,16 +163,25 @@ int16_t LoadFretInstrument(int16_t cmper,
                            int16_t inci OSTIN_SHAPE_FretInstrument(OSTIN_PTR_PARAM)) {
   OSTIN_SHAPE_OF(FretInstrument);
   OSTIN_FAULT_POINT("LoadFretInstrument");
-  return ostin::sim::LoadRecord(shape, RecordKey{cmper, inci},
-                                {OSTIN_SHAPE_FretInstrument(OSTIN_SLOT)});
+  const RecordKey key{cmper, inci};
+  const int16_t found =
+      ostin::sim::LoadRecord(shape, key, {OSTIN_SHAPE_FretInstrument(OSTIN_SLOT)});
+  if (found) BindTuningBlock(key, StringTuning);
+  return found;
 }
 
 int16_t SaveFretInstrument(int16_t cmper,
                            int16_t inci OSTIN_SHAPE_FretInstrumentSave(OSTIN_VAL_PARAM)) {
   OSTIN_SHAPE_OF(FretInstrument);
   OSTIN_FAULT_POINT("SaveFretInstrument");
-  return ostin::sim::SaveRecord(shape, RecordKey{cmper, inci},
-                                {OSTIN_SHAPE_FretInstrumentSave(OSTIN_VSLOT)});
+  const RecordKey key{cmper, inci};
+  const int16_t saved =
+      ostin::sim::SaveRecord(shape, key, {OSTIN_SHAPE_FretInstrumentSave(OSTIN_VSLOT)});
+  // The save carries no tuning: the host keeps what was written into its own block.
+  const auto block = Host::Instance().FretTuningBlocks.find(key);
+  if (saved && block != Host::Instance().FretTuningBlocks.end())
+    ostin::sim::SaveRecord(shape, key, {Slot::Block("StringTuning", block->second)});
+  return saved;
 }
 
 int16_t NextFretInstrument(int16_t* cmper,
@@ -174,7 +189,10 @@ int16_t NextFretInstrument(int16_t* cmper,
   OSTIN_SHAPE_OF(FretInstrument);
   OSTIN_FAULT_POINT("NextFretInstrument");
   ostin::sim::PointerKey<int16_t> key(cmper, inci, nullptr);
-  return ostin::sim::NextRecord(shape, key.Key, {OSTIN_SHAPE_FretInstrument(OSTIN_SLOT)});
+  const int16_t found =
+      ostin::sim::NextRecord(shape, key.Key, {OSTIN_SHAPE_FretInstrument(OSTIN_SLOT)});
+  if (found) BindTuningBlock(key.Key, StringTuning);
+  return found;
 }
 
 #define OSTIN_DEFINE_LOAD_CURRENT(Suffix, S)                                                       \

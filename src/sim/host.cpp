@@ -22,6 +22,7 @@ Host& Host::Instance() {
 void Host::Open(Document document) {
   document_ = std::move(document);
   snapshot_.reset();
+  FretTuningBlocks.clear();
 }
 
 std::string Host::DefaultDocumentPath() {
@@ -57,6 +58,7 @@ bool Host::CancelEdit() {
   if (!snapshot_) return false;
   document_ = std::move(*snapshot_);
   snapshot_.reset();
+  FretTuningBlocks.clear();
   return true;
 }
 
@@ -117,6 +119,7 @@ void Host::Reset() {
   Faults.clear();
   document_ = Document{};
   snapshot_.reset();
+  FretTuningBlocks.clear();
   VersionOption.reset();
   massEditHandle_ = 0;
   massEditDone_ = 0;

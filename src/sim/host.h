@@ -55,6 +55,10 @@ public:
   // True when the call is to answer failure; raises for a Throw fault.
   bool Refuses(const char* call) const;
 
+  // The tuning block of each fretted instrument: the one its last load handed over, which
+  // the plug-in writes into as the host's own. Forgotten whenever the document changes.
+  std::map<RecordKey, int16_t*> FretTuningBlocks;
+
   // The calls made on edits and mass edits, in order, for tests to read.
   std::vector<std::string> CallLog;
 

@@ -97,10 +97,12 @@ TEST_F(ToXmlTest, ProgressBudgetAndItsChecks) {
   EXPECT_EQ(Calls("FxStartMassEdit"),
             std::vector<std::string>{"FxStartMassEdit " +
                                      std::to_string(measures * staves + measures + staves)});
-  // The part list, each measure from the second, the end of the measure skeleton.
+  // The part list, each measure from the second, the end of the measure skeleton, then each
+  // measure of each part by its staves: the budget is spent exactly.
   std::vector<std::string> expected = {"FxMassEditProgress 2", "FxMassEditProgress 1",
                                        "FxMassEditProgress 1", "FxMassEditProgress 1",
                                        "FxMassEditProgress 1"};
+  expected.insert(expected.end(), measures * staves, "FxMassEditProgress 1");
   EXPECT_EQ(Calls("FxMassEditProgress"), expected);
 }
 

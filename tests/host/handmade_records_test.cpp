@@ -111,23 +111,35 @@ TEST_F(HandmadeRecordTest, PlayMapIsPackedIntoEightWords) {
   EXPECT_FALSE(back.PlayMap(128));
 }
 
-TEST_F(HandmadeRecordTest, FretInstrumentSavesWithoutItsTuning) {
-  sim::Document& doc = HostSim().Doc();
+TEST_F(HandmadeRecordTest, FretInstrumentKeepsTheTuningWrittenIntoItsBlock) {
   FretInstrument guitar;
   guitar.Create(-1, 0);
   guitar.NoOfStrings = 6;
   guitar.Name = "Gitarre";
-  guitar.Save();
-  // The host keeps the tuning it has; the save call does not carry one.
-  const sim::RecordShape& shape = *sim::FindRecordShape("FretInstrument");
-  doc.Table(shape).Rows.begin()->second[shape.FieldIndex("StringTuning")].Numbers[0] = 64;
-  guitar.StringTuning[0] = 99;
+  guitar.StringTuning[0] = 64;
   guitar.Save();
   FretInstrument back;
   ASSERT_TRUE(back.GetNext(0, 0));
   EXPECT_EQ(back.Tuning(1), 64);
   EXPECT_EQ(back.Tuning(25), 0);
   EXPECT_EQ(back.Name, "Gitarre");
+
+  back.StringTuning[0] = 62;
+  back.Save();
+  FretInstrument again;
+  ASSERT_TRUE(again.Load(back.Cmper(), 0));
+  EXPECT_EQ(again.Tuning(1), 62);
+
+  // In a document opened anew no block was handed over: the save carries no tuning.
+  sim::Document copy = HostSim().Doc();
+  HostSim().Open(std::move(copy));
+  again.StringTuning[0] = 10;
+  again.NoOfFrets = 19;
+  again.Save();
+  FretInstrument kept;
+  ASSERT_TRUE(kept.Load(again.Cmper(), 0));
+  EXPECT_EQ(kept.Tuning(1), 62);
+  EXPECT_EQ(kept.NoOfFrets, 19);
 }
 
 TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {

@@ -1,6 +1,7 @@
 // The percussion map read from a drum staff, and the notehead font of a music font.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "host/handmade_records.h"
 #include "host/records.h"
 #include "model/percussion.h"
+#include "model/xml_part.h"
 
 namespace ostin {
 namespace {
@@ -22,6 +24,19 @@ protected:
   void SetUp() override {
     HostTest::SetUp();
     OpenData("default-document.json");
+  }
+
+  // A part whose first staff is the staff record kStaff, as the drum staff's own.
+  static std::unique_ptr<XmlPart> PartOnStaff(int16_t staves = 1) {
+    auto part = std::make_unique<XmlPart>();
+    part->SetStaves(staves);
+    auto staff = std::make_shared<StaffSpec>();
+    EXPECT_TRUE(staff->Load(kStaff, 0));
+    staff->DrumStaffCmper = kStaff;
+    part->SetStaffSpecs(1, staff);
+    part->StaffStepPitch.at(1) = "E";
+    part->StaffStepOctave.at(1) = 4;
+    return part;
   }
 
   // A map with a drawn key: its definition and, when not empty, its name.
@@ -41,6 +56,12 @@ protected:
     noteName.Save();
   }
 };
+
+// A score of one part from its score-part and part elements.
+std::shared_ptr<xml::XmlDocument> Score(const std::string& scorePart, const std::string& part) {
+  return xml::test_support::Loaded("<score-partwise><part-list>" + scorePart + "</part-list>" +
+                                   part + "</score-partwise>");
+}
 
 struct Expected {
   std::string Key, Id, Name;
@@ -63,10 +84,12 @@ void ExpectEntries(const XmlPercussions& map, const std::vector<Expected>& entri
 }
 
 TEST_F(PercussionTest, WithoutDrumStaffEveryKeyPlaysAsItself) {
-  XmlPercussions map;
+  auto part = PartOnStaff();
+  XmlPercussions& map = part->PercussionMap;
   map.Add(XmlPercussion{}, "stale");
-  int32_t counter = 7;
-  InitializePercussion(map, kStaff, "P1", counter);
+  part->Counter = 7;
+  part->InitializePercussion("P1");
+  const int32_t counter = part->Counter;
   EXPECT_EQ(map.Count(), 128);
   EXPECT_EQ(counter, 135);
   EXPECT_EQ(map.Item("stale"), nullptr);
@@ -90,9 +113,10 @@ TEST_F(PercussionTest, PlayedKeysWithDefinitionsAreNumberedInKeyOrder) {
   Define(kMap, 50, 49, 2, "Unplayed");
   Define(kMap, 60, 59, 0, "Bongo");
 
-  XmlPercussions map;
-  int32_t counter = 0;
-  InitializePercussion(map, kStaff, "P2", counter);
+  auto part = PartOnStaff();
+  const XmlPercussions& map = part->PercussionMap;
+  part->InitializePercussion("P2");
+  const int32_t counter = part->Counter;
   EXPECT_EQ(map.Count(), 128);
   EXPECT_EQ(counter, 128);
   ExpectEntries(map, {{"36", "P2-M36", "MIDI 36", 36, 0, 207, 250, false},
@@ -160,13 +184,12 @@ TEST_F(PercussionTest, ImportedMapsGiveEachInstrumentAKey) {
   for (const MapCase& c : cases) {
     HostSim().Reset();
     OpenData("default-document.json");
-    const auto scorePart = xml::test_support::Loaded(ScorePartXml(c));
-    const auto part = xml::test_support::Loaded(PartXml(c));
-    XmlPercussions map;
-    EXPECT_EQ(CreatePercussionMap(map, scorePart->documentElement(), part->documentElement(),
-                                  c.Staves, kStaff, "E", 4),
-              c.Made)
-        << c.Name;
+    const auto score = Score(ScorePartXml(c), PartXml(c));
+    auto part = PartOnStaff(c.Staves);
+    part->SetPart(score->documentElement().selectSingleNode("part"));
+    part->CreatePercussionMap();
+    const XmlPercussions& map = part->PercussionMap;
+    EXPECT_EQ(part->PercussionStaff, c.Made) << c.Name;
     EXPECT_EQ(map.Count(), static_cast<int32_t>(c.Keys.size())) << c.Name;
     DrumStaff drumStaff;
     const bool hasDrumStaff = drumStaff.Load(kStaff, 0, kDrumStaffTag);
@@ -192,13 +215,13 @@ TEST_F(PercussionTest, ImportedMapsGiveEachInstrumentAKey) {
 }
 
 TEST_F(PercussionTest, WithoutInstrumentsEveryKeyIsDefinedAsItself) {
-  const auto scorePart = xml::test_support::Loaded("<score-part id='P1'><part-name>Kit</part-name>"
-                                                   "</score-part>");
-  const auto part = xml::test_support::Loaded("<part id='P1'/>");
-  XmlPercussions map;
-  ASSERT_TRUE(CreatePercussionMap(map, scorePart->documentElement(), part->documentElement(), 1,
-                                  kStaff, "E", 4));
-  EXPECT_EQ(map.Count(), 0);
+  const auto score =
+      Score("<score-part id='P1'><part-name>Kit</part-name></score-part>", "<part id='P1'/>");
+  auto part = PartOnStaff();
+  part->SetPart(score->documentElement().selectSingleNode("part"));
+  part->CreatePercussionMap();
+  ASSERT_TRUE(part->PercussionStaff);
+  EXPECT_EQ(part->PercussionMap.Count(), 0);
   DrumStaff drumStaff;
   ASSERT_TRUE(drumStaff.Load(kStaff, 0, kDrumStaffTag));
   for (int key : {0, 36, 127}) {

@@ -28,7 +28,7 @@ protected:
     HostTest::SetUp();
     OpenData("sample.json").Frames = sim::FrameStore{};
     Part.Tonic = "C";
-    Part.Staves = {{0, "C", 4}};
+    Part.SetClefs(1, 0); // treble: C4 at the reference step
   }
   void TearDown() override {
     if (Frame.Loaded()) Frame.Free();
@@ -64,7 +64,7 @@ protected:
     holder.Save();
   }
   int16_t HowMany = -1;
-  StemPart Part;
+  XmlPart Part;
   Tgf Frame;
   Gfhold Holder;
   Stemming Stems;
@@ -79,7 +79,7 @@ TEST(StemmingTables, MiddleLinesOfClefsAndSidesOfPlacements) {
     const int16_t octave = static_cast<int16_t>(pitch[1] - '0');
     EXPECT_EQ(Stemming::ForXml(pitch.substr(0, 1), octave, clef), 0) << clef;
   }
-  StemPart part;
+  XmlPart part;
   part.Tonic = "D";
   part.Octave = 3;
   EXPECT_EQ(Stemming::ForFinale(-3, 3, part), -3) << "A2 under D3 in the bass clef";
@@ -106,10 +106,13 @@ TEST_F(StemmingTest, SingleEntryReadsTranspositionAndPercussionMaps) {
   // clang-format on
   Tgf& tgf = Open({{Q, N, {4}}});
   for (const auto& [chromatic, percussion, active, step, expected] : staves) {
-    StemPart part = Part;
+    XmlPart part = Part;
     part.Tonic = "F", part.Octave = 3, part.TransposeChromaticInterval = 8;
     part.TransposeChromatic = chromatic, part.PercussionStaff = percussion;
-    part.Percussion["68"] = {active, step};
+    XmlPercussion drum;
+    drum.Active = active;
+    drum.StaffStep = step;
+    part.PercussionMap.Add(drum, "68");
     EXPECT_EQ(Stemming::SingleEntryStem(tgf, *tgf.Entries(1), 1, part, 1, 0), expected)
         << chromatic << percussion << active << step;
   }
@@ -154,7 +157,7 @@ TEST_F(StemmingTest, StemsWithoutTonicOrClefFail) {
   };
   std::string xml, finale;
   bool beam = false;
-  StemPart noTonic = Part;
+  XmlPart noTonic = Part;
   noTonic.Tonic.clear();
   Tgf& tgf = Open({{E8, N, {0}}});
   EXPECT_EQ(raised([&] { Stems.DefaultStem(tgf, 1, Holder, noTonic, 1, true, HowMany); }),
