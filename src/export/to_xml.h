@@ -146,7 +146,7 @@ private:
   void LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t layer);
   void LoadLayerEntry(MeasureState& state, XmlPart& part, int16_t staff, int16_t index);
   void SwitchVoice(MeasureState& state, XmlPart& part, int16_t staff, bool voiceTwo);
-  void PlaceEntryStem(MeasureState& state, int16_t staff, int16_t index);
+  void PlaceEntryStem(MeasureState& state, const XmlPart& part, int16_t staff, int16_t index);
   void LinkBeams(MeasureState& state, Entry& entry, int16_t staff);
   void WritePendingClef(MeasureState& state, XmlPart& part, int16_t staff);
   void TakeNextClef(MeasureState& state);
@@ -158,7 +158,6 @@ private:
   void FinishStaff(MeasureState& state, XmlPart& part, xml::XmlNode target);
   void CloseBeamChain(BeamChain& chain, int16_t staff);
   xml::XmlNode CursorMove(const char* name, int32_t duration);
-  StemPart StemPartOf(const XmlPart& part) const;
   void NoteVoice(XmlPart& part, int16_t voice);
   void LoadMeasureItems(int16_t measure, int32_t position, XmlPart& part, int16_t slot,
                         int16_t staffNumber, std::vector<xml::XmlNode>& hereElements,
@@ -209,7 +208,7 @@ private:
                                    int32_t dura, bool option, int16_t& percent);
   std::string LoadTieAlteration(Entry& entry, Note& note);
   // The percussion instrument of a MIDI key + 1 in the part's map; nullptr when it has none.
-  const XmlPercussion* PercussionOf(const XmlPart& part, int16_t key) const;
+  static const XmlPercussion* PercussionOf(const XmlPart& part, int16_t key);
 
   // Durations and finishing passes.
   // Note type and dots of a length in EDU; an unknown length leaves both untouched.

@@ -605,9 +605,8 @@ std::string ToXml::LoadTieAlteration(Entry& entry, Note& note) {
   });
 }
 
-const XmlPercussion* ToXml::PercussionOf(const XmlPart&, int16_t) const {
-  // The part's percussion map is read with the part list.
-  return nullptr;
+const XmlPercussion* ToXml::PercussionOf(const XmlPart& part, int16_t key) {
+  return part.Percussion(std::to_string(key));
 }
 
 } // namespace ostin

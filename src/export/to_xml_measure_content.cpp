@@ -117,7 +117,6 @@ struct ToXml::MeasureState {
   int16_t FrameLayers = 0;
   int16_t VisibleFrameLayers = 0;
   int16_t Layer = 0;
-  StemPart Stems;
 
   BeamChain& ChainOf(bool voiceTwo, bool grace) {
     return Chains[(voiceTwo ? kVoiceTwo : kVoiceOne) + (grace ? 1 : 0)];
@@ -271,7 +270,6 @@ void ToXml::LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t
   LastBeamOnStem = {};
   state.InVoice2 = false;
   LayerStem = LayerPrefs_[layer].DefaultStem(state.FrameLayers, state.VisibleFrameLayers);
-  state.Stems = StemPartOf(part);
   Stemming_.UseMetrics = StemmingUseMetrics;
   state.Frame.Load(0, state.Slot, part.Measure, layer, true);
   for (int16_t index = 1; index <= state.Frame.NumEntries; ++index)
@@ -301,7 +299,7 @@ void ToXml::LoadLayerEntry(MeasureState& state, XmlPart& part, int16_t staff, in
       !(ef & kEfNote) && entry.Dura == kWholeNote && state.Frame.NumEntries == 1;
   const int32_t length = measureRest ? FxGetMeasureDuration(state.Frame.Inst, part.Measure)
                                      : static_cast<int32_t>(entry.Actdur);
-  PlaceEntryStem(state, staff, index);
+  PlaceEntryStem(state, part, staff, index);
 
   const xml::XmlNode written =
       LoadEntry(entry, state.Frame, state.MeasureElement, part, staff, index);
@@ -358,14 +356,14 @@ void ToXml::SwitchVoice(MeasureState& state, XmlPart& part, int16_t staff, bool 
   state.Position -= gap;
 }
 
-void ToXml::PlaceEntryStem(MeasureState& state, int16_t staff, int16_t index) {
+void ToXml::PlaceEntryStem(MeasureState& state, const XmlPart& part, int16_t staff, int16_t index) {
   Entry& entry = *state.Frame.Entries(index);
   const int32_t ef = entry.Ef;
   const int voice = (ef & kEfVoiceTwo) ? 1 : 0;
   const bool shortNewBeam = entry.Dura < kQuarterNote && (ef & kEfNewBeam);
   const std::string lastBeam =
       entry.Dura < kQuarterNote && !(ef & kEfNewBeam) ? LastBeamOnStem[voice] : std::string();
-  Stemming_.GetEntryStem(state.Frame, index, state.Holder, state.Stems, staff, LayerStem, lastBeam,
+  Stemming_.GetEntryStem(state.Frame, index, state.Holder, part, staff, LayerStem, lastBeam,
                          XmlStem, FinaleStem, BeamStart);
   if (FinaleVersion >= 2003 && !(!LayerStem.empty() && state.VisibleFrameLayers >= 2)) {
     if (StaffStemsUp.at(staff))
@@ -378,8 +376,8 @@ void ToXml::PlaceEntryStem(MeasureState& state, int16_t staff, int16_t index) {
       LastBeamOnStem[voice] = XmlStem.empty() || XmlStem == "double" ? FinaleStem : XmlStem;
     } else {
       int16_t howMany = 0;
-      LastBeamOnStem[voice] = Stemming_.DefaultStem(state.Frame, index, state.Holder, state.Stems,
-                                                    staff, true, howMany);
+      LastBeamOnStem[voice] =
+          Stemming_.DefaultStem(state.Frame, index, state.Holder, part, staff, true, howMany);
     }
   } else if (entry.Dura >= kQuarterNote) {
     LastBeamOnStem[voice].clear();
@@ -537,24 +535,6 @@ xml::XmlNode ToXml::CursorMove(const char* name, int32_t duration) {
   xml::XmlNode move = Element(name);
   move.appendChild(Element("duration", std::to_string(duration)));
   return move;
-}
-
-StemPart ToXml::StemPartOf(const XmlPart& part) const {
-  StemPart stems;
-  stems.Tonic = part.Tonic;
-  stems.Octave = part.Octave;
-  stems.TransposeChromatic = part.TransposeChromatic;
-  stems.TransposeChromaticInterval = part.TransposeChromaticInterval;
-  stems.ClefChange = part.ClefChange;
-  stems.PercussionStaff = part.PercussionStaff;
-  for (int16_t staff = 1; staff <= part.Staves(); ++staff)
-    stems.Staves.push_back(
-        {part.Clefs(staff), part.StaffStepPitch.at(staff), part.StaffStepOctave.at(staff)});
-  if (part.PercussionStaff)
-    for (int16_t key = 1; key <= 128; ++key)
-      if (const XmlPercussion* drum = PercussionOf(part, key))
-        stems.Percussion[std::to_string(key)] = {drum->Active, drum->StaffStep};
-  return stems;
 }
 
 // Notes a voice number as written; numbers outside the part's voices are not kept.
