@@ -1,5 +1,6 @@
 // One measure of a part: staves and layers one after another, voices two, beams across
 // rests and grace notes, measure rests, clefs in the opening attributes, and items by time.
+#include "../xml/dtd_validation.h"
 #include "content_fixture.h"
 
 namespace ostin {
@@ -317,6 +318,31 @@ TEST_F(ContentTest, ForeignFailureIsLoggedWithItsPlaceAndFreesTheFrame) {
   EXPECT_NE(Log().find(" in staff 1, measure 2:  / FxGetMeasureDuration"), std::string::npos)
       << Log();
   EXPECT_EQ(Log().find("TGF being deleted"), std::string::npos) << "the frame was freed";
+}
+
+TEST_F(ContentTest, ExportedMeasuresFollowTheDocumentType) {
+  Fill(1, {Made(512, kNote | kEfNewBeam, {0}, kNoteTieStart), Made(256, kNote | kEfGrace, {1}),
+           Made(512, kNote, {2, 4}), Made(256, kRest | kEfHidden), Made(256, kNote, {3}),
+           Made(2048, kNote | kEfLaunchesVoiceTwo, {5}), Made(512, kNote | kEfVoiceTwo, {9})});
+  Fill(2, {Made(1536, kNote, {0}, kNoteTieEnd | kNoteAccidentalShown), Made(512, kRest, {6}),
+           Made(2048, kNote | kEfSplitStem, {0, 1})});
+  Fill(5, {Made(4096, kRest)});
+  ClefList(3, 20, {{0, 0}, {3, 3072}});
+  Fill(3, {Made(1024, kNote, {0})});
+  // Layer 0 writes ordinary notes: neither cue nor unspaced.
+  HostSim().Doc().Records.at("LayerPrefs").Rows.at({0, 0, 0})[1].Numbers.at(0) |= 0x3000;
+  Engine.FileName = Path("out.xml");
+  EXPECT_FALSE(Engine.Invoke(0, 0));
+  const std::string written = Read(Path("out.xml"));
+  EXPECT_TRUE(xml::test_support::ValidScore(written));
+  auto doc = xml::XmlDocument::Create();
+  doc->validateOnParse = false;
+  doc->resolveExternals = false;
+  ASSERT_TRUE(doc->loadXML(written));
+  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/note").length(), 7);
+  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/forward").length(), 1)
+      << "voice two ends the layer: nothing makes up its gap";
+  EXPECT_EQ(doc->documentElement().selectNodes(".//tie").length(), 2);
 }
 
 } // namespace
