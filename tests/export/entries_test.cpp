@@ -260,5 +260,140 @@ TEST_F(EntriesTest, ForeignFailureOfAnEntryNamesInstrumentMeasureAndEntry) {
   EXPECT_EQ(Log().find("ToXml LoadMeasure error"), std::string::npos) << Log();
 }
 
+TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
+  struct Case {
+    int32_t Version;
+    int16_t Alter, NoteID, Altacc;
+    std::string Text;
+    bool QuarterTone;
+  } cases[] = {
+      {2004, 0, 1, 66, "quarter-flat", true},
+      {2004, 1, 1, 66, "sharp", true},
+      {2004, -1, 1, 181, "flat", true},
+      {2004, 0, 1, 181, "quarter-sharp", true},
+      {2004, -1, 1, 73, "three-quarters-flat", true},
+      {2004, 0, 2, 66, "natural", false},
+      {2004, 2, 1, 65, "double-sharp", false},
+      {2000, 0, 1, 66, "natural", false},
+      {2004, 3, 1, 66, "", false},
+  };
+  for (const Case& c : cases) {
+    auto& records = HostSim().Doc().Records;
+    if (auto table = records.find("AcciAlterations"); table != records.end())
+      table->second.Rows.clear();
+    AcciAlterations record;
+    record.Create(7, 0);
+    record.NoteID = c.NoteID;
+    record.Altacc = c.Altacc;
+    record.Save();
+    Access.SetFinaleVersion(c.Version);
+    bool quarterTone = !c.QuarterTone;
+    const xml::XmlNode accidental = Access.CreateAccidental(c.Alter, 7, 1, "Tamburo", quarterTone);
+    EXPECT_EQ(accidental ? accidental.text() : std::string(), c.Text) << c.Alter << c.Altacc;
+    EXPECT_EQ(quarterTone, c.QuarterTone) << c.Alter << c.Altacc;
+  }
+
+  // On a note: the alter of a flat pitch is rewritten, a natural pitch keeps none.
+  Access.SetFinaleVersion(2004);
+  Fill(2, {Made(2048, kNote, {6}, kNoteAccidentalShown),
+           Made(2048, kNote, {2}, kNoteAccidentalShown)});
+  Store().Frames[2][0].Notes[0].Alteration = -1;
+  for (int32_t entnum : {Store().Frames[2][0].Entnum, Store().Frames[2][1].Entnum}) {
+    AcciAlterations record;
+    record.Create(entnum, 0);
+    record.NoteID = 1;
+    record.Altacc = 66;
+    record.Save();
+  }
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  part.AccidentalFont.at(1) = "Tamburo";
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(Texts(measure, "note/accidental"),
+            (std::vector<std::string>{"quarter-flat", "quarter-flat"}));
+  EXPECT_EQ(Texts(measure, "note/pitch/alter"), std::vector<std::string>{"-0.5"});
+}
+
+TEST_F(EntriesTest, PercussionNotesStandWhereTheirInstrumentSays) {
+  Fill(2, {Made(1024, kNote, {0}), Made(2048, kNote, {2})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  part.PercussionStaff = true;
+  part.NoteheadFont.at(1) = "Tamburo";
+  // C4 plays key 60: its instrument stands on the fourth step from the bottom line.
+  part.PercussionMap.Add({61, "P1-I61", "Snare", 61, 4, 33, 33, true}, "61");
+  part.Instruments = 2;
+  part.LayerInstruments.at(1).at(0) = "P1-I2";
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(measure.selectSingleNode("note[1]/unpitched").xml(),
+            "<unpitched><display-step>G</display-step><display-octave>4</display-octave>"
+            "</unpitched>");
+  EXPECT_EQ(measure.selectSingleNode("note[1]/instrument").getAttribute("id"), "P1-I61");
+  EXPECT_EQ(measure.selectSingleNode("note[1]/notehead").xml(),
+            "<notehead filled=\"no\">triangle</notehead>");
+  // E4 plays key 64, which the map lacks: the note's own place, the layer's instrument.
+  EXPECT_EQ(measure.selectSingleNode("note[2]/unpitched").xml(),
+            "<unpitched><display-step>E</display-step><display-octave>4</display-octave>"
+            "</unpitched>");
+  EXPECT_EQ(measure.selectSingleNode("note[2]/instrument").getAttribute("id"), "P1-I2");
+  EXPECT_FALSE(measure.selectSingleNode("note[2]/notehead"));
+}
+
+TEST_F(EntriesTest, NoteDetailsTransposedPitchesAndWhatShapesLeaveOpen) {
+  constexpr int32_t detailed = kNote | kEfNoteDetails | kEfTieAlterations;
+  Fill(2,
+       {Made(1024, detailed, {0}, kNoteTieStart), Made(1024, kNote, {0}), Made(2048, kNote, {1})});
+  const int32_t entnum = Store().Frames[2][0].Entnum;
+  NoteMods mods;
+  mods.Create(entnum, 0);
+  mods.Percent = 60;
+  mods.Save();
+  NoteAlterations head;
+  head.Create(entnum, 0);
+  head.NoteID = 1;
+  head.Percent = 100;
+  head.Altnhead = 33;
+  head.Save();
+  TieAlteration tie;
+  tie.Create(entnum, 0);
+  tie.NoteID = 1;
+  tie.Flag = 0x0801;
+  tie.Save();
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  part.NoteheadFont.at(1) = "Tamburo";
+  // Up a minor second: a step up, one semitone.
+  part.TransposeChromatic = true;
+  part.TransposeChromaticInterval = 1;
+  part.TransposeChromaticSteps = 1;
+  Access.SetOctaveShift(1, 1);
+  Access.SetWavyLineOpen(1, true);
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode first = MeasureOf(part, 2).selectSingleNode("note[1]");
+  EXPECT_EQ(first.selectSingleNode("pitch").xml(),
+            "<pitch><step>D</step><alter>-1</alter><octave>5</octave></pitch>");
+  EXPECT_EQ(first.selectSingleNode("type").xml(), "<type size=\"cue\">quarter</type>");
+  EXPECT_EQ(first.selectSingleNode("notehead").xml(),
+            "<notehead filled=\"no\">triangle</notehead>");
+  EXPECT_EQ(first.selectSingleNode("notations").xml(),
+            "<notations><tied type=\"start\" orientation=\"under\"/><ornaments>"
+            "<wavy-line type=\"continue\"/></ornaments></notations>");
+  EXPECT_EQ(Texts(MeasureOf(part, 2), "note[3]/pitch/step"), std::vector<std::string>{"E"})
+      << "D up a minor second is E flat";
+  EXPECT_EQ(Texts(MeasureOf(part, 2), "note[3]/pitch/alter"), std::vector<std::string>{"-1"});
+}
+
+TEST_F(EntriesTest, CrossStaffNotesNameTheStaffTheyAreDrawnOn) {
+  Fill(2, {Made(1024, kNote | kEfCrossStaff, {0, 4}, 0), Made(3072, kNote, {2})});
+  Store().Frames[2][0].Notes[1].Flag |= kNoteCrossStaff;
+  CrossStaff record;
+  record.Create(Store().Frames[2][0].Entnum, 0);
+  record.NoteID = 2;
+  record.Instrument = 2;
+  record.Save();
+  XmlPart& part = Access.AddPart(2, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  EXPECT_EQ(Texts(MeasureOf(part, 2), "note/staff"), (std::vector<std::string>{"1", "2", "1"}));
+}
+
 } // namespace
 } // namespace ostin

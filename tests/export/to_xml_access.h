@@ -135,6 +135,8 @@ public:
   bool ShowRests(int16_t staff) const { return x.ShowRests.at(staff); }
   bool StaffStemsUp(int16_t staff) const { return x.StaffStemsUp.at(staff); }
   bool StaffStemsDown(int16_t staff) const { return x.StaffStemsDown.at(staff); }
+  void SetOctaveShift(int16_t staff, int16_t octaves) { x.OctaveShift.at(staff) = octaves; }
+  void SetWavyLineOpen(int16_t staff, bool open) { x.WavyLineOpen.at(staff) = open; }
   bool& LayerCue(int layer) { return x.LayerCue.at(layer); }
   bool& TempoWritten() { return x.TempoWritten; }
   bool& GraceAlwaysSlash() { return x.GraceAlwaysSlash; }
