@@ -142,7 +142,7 @@ private:
   void LoadMeasure(XmlPart& part);
   void LoadStaff(MeasureState& state, XmlPart& part, int16_t staff);
   void ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff);
-  void CountFrameLayers(MeasureState& state);
+  void CountFrameLayers(MeasureState& state, int16_t measure);
   void LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t layer);
   void LoadLayerEntry(MeasureState& state, XmlPart& part, int16_t staff, int16_t index);
   void SwitchVoice(MeasureState& state, XmlPart& part, int16_t staff, bool voiceTwo);

@@ -131,6 +131,7 @@ void ToXml::InitializePartTables(XmlPart& part) {
     StaffStemsUp.assign(size, false);
     StaffStemsDown.assign(size, false);
     OctaveShift.assign(size, 0);
+    Stemming_.UseMetrics = StemmingUseMetrics;
     WavyLineOpen.assign(size, false);
     if (FinaleVersion < 2003) return;
     for (int16_t staff = 1; staff <= part.Staves(); ++staff) {
@@ -204,7 +205,7 @@ void ToXml::LoadStaff(MeasureState& state, XmlPart& part, int16_t staff) {
     return;
   }
   ReadHolderClefs(state, part, staff);
-  CountFrameLayers(state);
+  CountFrameLayers(state, part.Measure);
   for (int16_t layer = 0; layer < 4; ++layer)
     if (state.Holder.FrameOf(layer) > 0) LoadLayer(state, part, staff, layer);
   if (state.FrameLayers == 0) LoadStaffWithoutFrames(state, part, staff, true);
@@ -239,15 +240,14 @@ void ToXml::ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff) {
 }
 
 // Counts the layers with a frame, and from 2002 on those that hold a visible entry.
-void ToXml::CountFrameLayers(MeasureState& state) {
+void ToXml::CountFrameLayers(MeasureState& state, int16_t measure) {
   state.FrameLayers = 0;
   state.VisibleFrameLayers = 0;
   for (int16_t layer = 0; layer < 4; ++layer) {
     if (state.Holder.FrameOf(layer) <= 0) continue;
     ++state.FrameLayers;
     if (FinaleVersion < 2002) continue;
-    // The holder's key is the staff and the measure.
-    state.Frame.Load(0, state.Slot, state.Holder.Inci(), layer, true);
+    state.Frame.Load(0, state.Slot, measure, layer, true);
     for (int i = 1; i <= state.Frame.NumEntries; ++i)
       if (!(state.Frame.Entries(i)->Ef & kEfHidden)) {
         ++state.VisibleFrameLayers;
@@ -270,7 +270,6 @@ void ToXml::LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t
   LastBeamOnStem = {};
   state.InVoice2 = false;
   LayerStem = LayerPrefs_[layer].DefaultStem(state.FrameLayers, state.VisibleFrameLayers);
-  Stemming_.UseMetrics = StemmingUseMetrics;
   state.Frame.Load(0, state.Slot, part.Measure, layer, true);
   for (int16_t index = 1; index <= state.Frame.NumEntries; ++index)
     LoadLayerEntry(state, part, staff, index);
