@@ -237,6 +237,7 @@ void ToXml::LoadPart(int16_t partIndex) {
     InitializePartTables(part);
     LoadPartMeasures(part);
     ConvertDurations(part);
+    part.OptimizeVoices();
     PruneInstruments(part);
   } catch (...) {
     // The failure gets the place in the score where it happened.

@@ -87,7 +87,11 @@ private:
   static std::string KnownInstrument(const std::vector<std::array<int16_t, 6>>& indices,
                                      const std::vector<std::array<std::string, 6>>& ids,
                                      int16_t staff, int source, int16_t index);
-  void WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id, int16_t index);
+  struct MidiSetup {
+    int16_t Channel = 0, Bank = 0, Program = 0;
+  };
+  MidiSetup WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id, int16_t index);
+  void WritePercussionInstruments(xml::XmlNode scorePart, XmlPart& part, const MidiSetup& midi);
 
   // Measure skeleton.
   struct SkeletonState;

@@ -333,9 +333,10 @@ void ToXml::LoadScoreInstruments(xml::XmlNode scorePart, XmlPart& part) {
           continue;
         }
         std::string id = partId + "-I" + std::to_string(index);
-        WriteScoreInstrument(scorePart, id, index);
+        MidiSetup midi = WriteScoreInstrument(scorePart, id, index);
         setInstrument(staff, source, id);
         ++part.Instruments;
+        if (part.PercussionStaff && source == 1) WritePercussionInstruments(scorePart, part, midi);
       }
     }
   });
@@ -352,7 +353,8 @@ std::string ToXml::KnownInstrument(const std::vector<std::array<int16_t, 6>>& in
 }
 
 // The score-instrument of an orchestra entry with its device and MIDI set-up.
-void ToXml::WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id, int16_t index) {
+ToXml::MidiSetup ToXml::WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id,
+                                             int16_t index) {
   Orchestra orchestra;
   OrchestraText name;
   bool hasOrchestra = orchestra.Load(index, 0);
@@ -376,8 +378,25 @@ void ToXml::WriteScoreInstrument(xml::XmlNode scorePart, const std::string& id, 
         scorePart.appendChild(Element("midi-device", FinaleChannels_.DeviceName(channelIndex)));
     device.setAttribute("port", std::to_string(FinaleChannels_.Port(channelIndex)));
   }
-  scorePart.appendChild(LoadMidiInstrument(id, channel, static_cast<int16_t>(bank),
-                                           static_cast<int16_t>(program), 0));
+  MidiSetup midi{channel, static_cast<int16_t>(bank), static_cast<int16_t>(program)};
+  scorePart.appendChild(LoadMidiInstrument(id, midi.Channel, midi.Bank, midi.Program, 0));
+  return midi;
+}
+
+// One instrument per sound of a percussion staff, on the channel of the staff's first layer.
+void ToXml::WritePercussionInstruments(xml::XmlNode scorePart, XmlPart& part,
+                                       const MidiSetup& midi) {
+  part.InitializePercussion(scorePart.getAttribute("id"));
+  std::vector<const XmlPercussion*> sounds = part.PercussionMap.InOrder();
+  for (const XmlPercussion* sound : sounds) {
+    xml::XmlNode instrument = Element("score-instrument");
+    instrument.setAttribute("id", sound->InstrumentID);
+    instrument.appendChild(Element("instrument-name", sound->InstrumentName));
+    scorePart.insertBefore(instrument, scorePart.selectSingleNode("midi-device|midi-instrument"));
+  }
+  for (const XmlPercussion* sound : sounds)
+    scorePart.appendChild(LoadMidiInstrument(sound->InstrumentID, midi.Channel, midi.Bank,
+                                             midi.Program, sound->MidiNote));
 }
 
 xml::XmlNode ToXml::LoadMidiInstrument(const std::string& id, int16_t channel, int16_t bank,

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "xml/xml_document.h"
 
@@ -28,17 +29,33 @@ struct XmlPercussion {
 class XmlPercussions {
 public:
   // Keeps the first entry of a key.
-  void Add(const XmlPercussion& item, const std::string& key) { items_.emplace(key, item); }
+  void Add(const XmlPercussion& item, const std::string& key) {
+    if (items_.emplace(key, item).second) order_.push_back(key);
+  }
   int32_t Count() const { return static_cast<int32_t>(items_.size()); }
   const XmlPercussion* Item(const std::string& key) const {
     const auto found = items_.find(key);
     return found == items_.end() ? nullptr : &found->second;
   }
-  void Remove(const std::string& key) { items_.erase(key); }
-  void RemoveAll() { items_.clear(); }
+  void Remove(const std::string& key) {
+    items_.erase(key);
+    std::erase(order_, key);
+  }
+  void RemoveAll() {
+    items_.clear();
+    order_.clear();
+  }
+  // The entries in the order they were added.
+  std::vector<const XmlPercussion*> InOrder() const {
+    std::vector<const XmlPercussion*> list;
+    for (const std::string& key : order_)
+      list.push_back(&items_.at(key));
+    return list;
+  }
 
 private:
   std::map<std::string, XmlPercussion> items_;
+  std::vector<std::string> order_;
 };
 
 // The percussion notehead font that goes with the document's default music font.

@@ -183,6 +183,21 @@ public:
   // one in force.
   void ActualTimeSignature(int32_t duration, int16_t& beats, int16_t& divBeat, bool& found) const;
 
+  // Events and voices.
+  // Maps the voice numbers of the whole part one to one on staves and layers where they allow
+  // it; else lowers MaxVoices, to 0 when no note has a voice.
+  void AssignVoices();
+  // Renumbers the voices that export wrote so that they run from 1 without gaps.
+  void OptimizeVoices();
+  // The voice tables by voice number, 1 to MaxVoices: a read out of range gives false or 0, a
+  // write out of range is ignored.
+  bool GetVoicesUsed(int16_t index) const;
+  void SetVoicesUsed(int16_t index, bool value);
+  int16_t GetVoiceStaff(int16_t index) const;
+  void SetVoiceStaff(int16_t index, int16_t staff);
+  int16_t GetVoiceLayer(int16_t index) const;
+  void SetVoiceLayer(int16_t index, int16_t layer);
+
 private:
   void RecomputeDivisionsPerBar();
   void ApplyTransposeOctave(const xml::XmlNode& transpose);

@@ -140,7 +140,9 @@ int16_t CreateRecord(const RecordShape& shape, RecordKey& key) {
   if (key.Cmper == -1) key.Cmper = NextFreeCmper(table);
   if (key.Inci == -1) key.Inci = NextFreeBelow(table, key, false);
   if (key.Third == -1) key.Third = NextFreeBelow(table, key, true);
-  table.Rows.try_emplace(key, Doc().NewRecord(shape));
+  auto [it, added] = table.Rows.try_emplace(key, Doc().NewRecord(shape));
+  // The host's new staff is a plain staff of five lines.
+  if (added && shape.Class == "StaffSpec") it->second[shape.FieldIndex("BotLines")].Numbers = {5};
   return 1;
 }
 

@@ -524,7 +524,7 @@ TEST_F(InitializeStaffSpecsTest, EdgesOfOnePart) {
     std::string FullName;
   } cases[] = {
       {"no clef keeps the loaded clef", "<part-name>Viola</part-name>",
-       "<attributes>" + beats + "</attributes>" + note, 5, 0, -8, 0, 0, false, "Viola"},
+       "<attributes>" + beats + "</attributes>" + note, 5, 0, 5, 0, 0, false, "Viola"},
       {"one line with pitches", "",
        "<attributes><staff-details><staff-lines>1</staff-lines>"
        "</staff-details></attributes>" +
@@ -534,17 +534,17 @@ TEST_F(InitializeStaffSpecsTest, EdgesOfOnePart) {
        "<attributes><staff-details><staff-lines>5</staff-lines>"
        "</staff-details></attributes>" +
            note,
-       5, 0, -8, 0, 0, false, ""},
-      {"no pitch and no sign", "", "<note><unpitched/></note>", 5, 0, -8, 0, 0, true, ""},
+       5, 0, 5, 0, 0, false, ""},
+      {"no pitch and no sign", "", "<note><unpitched/></note>", 5, 0, 5, 0, 0, true, ""},
       {"unpitched instrument",
        "<midi-instrument id='I1'><midi-unpitched>39</midi-unpitched>"
        "</midi-instrument>",
-       note, 5, 0, -8, 0, 0, true, ""},
+       note, 5, 0, 5, 0, 0, true, ""},
       {"a G clef is no drum", "",
        "<attributes><clef><sign>G</sign><line>2</line></clef>"
        "</attributes><note><unpitched/></note>",
-       0, 0, -8, 0, 0, false, ""},
-      {"MusicXML Part", "<part-name>MusicXML Part</part-name>", note, 5, 0, -8, 0, 0, false, ""},
+       0, 0, 5, 0, 0, false, ""},
+      {"MusicXML Part", "<part-name>MusicXML Part</part-name>", note, 5, 0, 5, 0, 0, false, ""},
       {"tablature details without the tablature clef", "",
        "<attributes><clef><sign>G</sign><line>2</line></clef><staff-details><staff-lines>4"
        "</staff-lines>" +
