@@ -538,12 +538,9 @@ xml::XmlNode ToXml::CursorMove(const char* name, int32_t duration) {
 
 // Notes a voice number as written; numbers outside the part's voices are not kept.
 void ToXml::NoteVoice(XmlPart& part, int16_t voice) {
-  if (voice < 1 || voice > part.MaxVoices) return;
-  if (part.VoicesUsed.size() <= static_cast<size_t>(voice))
-    part.VoicesUsed.resize(static_cast<size_t>(part.MaxVoices) + 1, 0);
-  if (part.VoicesUsed[voice]) return;
-  part.VoicesUsed[voice] = 1;
-  ++part.Voices;
+  if (part.GetVoicesUsed(voice)) return;
+  part.SetVoicesUsed(voice, true);
+  if (part.GetVoicesUsed(voice)) ++part.Voices;
 }
 
 void ToXml::LoadMeasureItems(int16_t measure, int32_t position, XmlPart& part, int16_t slot,
