@@ -13,6 +13,9 @@
 #include "host/layer_prefs.h"
 #include "host/mass_edit.h"
 #include "host/records.h"
+#include "model/measure_items.h"
+#include "model/percussion.h"
+#include "model/stemming.h"
 #include "model/xml_part.h"
 #include "xml/xml_document.h"
 
@@ -137,11 +140,106 @@ private:
   xml::XmlNode Element(const std::string& name, const std::string& text = {});
 
   // Measure content, entries and durations.
+  friend class ToXmlTestAccess;
+  struct MeasureState;
+  struct BeamChain;
   // Per-staff working tables and display flags of the part about to be loaded.
   void InitializePartTables(XmlPart& part);
   void LoadMeasure(XmlPart& part);
+  void LoadStaff(MeasureState& state, XmlPart& part, int16_t staff);
+  void ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff);
+  void CountFrameLayers(MeasureState& state, int16_t measure);
+  void LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t layer);
+  void LoadLayerEntry(MeasureState& state, XmlPart& part, int16_t staff, int16_t index);
+  void SwitchVoice(MeasureState& state, XmlPart& part, int16_t staff, bool voiceTwo);
+  void PlaceEntryStem(MeasureState& state, const XmlPart& part, int16_t staff, int16_t index);
+  void LinkBeams(MeasureState& state, Entry& entry, int16_t staff);
+  void WritePendingClef(MeasureState& state, XmlPart& part, int16_t staff);
+  void TakeNextClef(MeasureState& state);
+  void WriteClefsLeftOver(MeasureState& state, XmlPart& part, int16_t staff);
+  void TestStyleChange(MeasureState& state, XmlPart& part, int16_t staff);
+  void LoadStaffWithoutFrames(MeasureState& state, XmlPart& part, int16_t staff, bool hasHolder);
+  void LoadItemsAt(MeasureState& state, XmlPart& part, int32_t position, bool allRemaining);
+  void WriteItems(MeasureState& state);
+  void FinishStaff(MeasureState& state, XmlPart& part, xml::XmlNode target);
+  void CloseBeamChain(BeamChain& chain, int16_t staff);
+  xml::XmlNode CursorMove(const char* name, int32_t duration);
+  void NoteVoice(XmlPart& part, int16_t voice);
+  void LoadMeasureItems(int16_t measure, int32_t position, XmlPart& part, int16_t slot,
+                        int16_t staffNumber, std::vector<xml::XmlNode>& hereElements,
+                        xml::XmlNode& pendingNotations, std::vector<xml::XmlNode>& firstElements,
+                        bool allRemaining);
+  xml::XmlNode LoadMeasureItem(const MeasureItem& item, XmlPart& part, int16_t slot,
+                               bool& placeFirst, int16_t staffNumber);
+  // The offset of a direction item against the cursor; 0 within 47 EDU either way.
+  static int32_t ItemOffset(bool placeFirst, int32_t itemEdu, int32_t position);
+  // An item is due when the cursor has come within 48 EDU of it.
+  static bool ItemDue(int32_t itemEdu, int32_t position) { return position >= itemEdu - 48; }
+  xml::XmlNode LoadEmptyMeasure(xml::XmlNode measure, XmlPart& part, int16_t staff,
+                                int32_t& duration);
+  void AddClef(xml::XmlNode measure, xml::XmlNode clef, int16_t number);
+  void AddBeams(xml::XmlNode element, int16_t previous, int16_t thisLevels, int16_t next);
+  // Puts notations into a note before its first lyric, or at its end.
+  static void AddNotations(xml::XmlNode note, xml::XmlNode notations);
+  // Inserts child before the first child that the path selects, or at the end.
+  static void InsertBeforeFirstOf(xml::XmlNode parent, xml::XmlNode child,
+                                  const std::string& following);
+
+  // Entries and notes.
+  struct EntryContext;
+  xml::XmlNode LoadEntry(Entry& entry, Tgf& tgf, xml::XmlNode measure, XmlPart& part, int16_t staff,
+                         int16_t entryIndex);
+  xml::XmlNode LoadForward(EntryContext& context);
+  xml::XmlNode LoadNotes(EntryContext& context);
+  xml::XmlNode LoadOneNote(EntryContext& context, Note& note, int16_t index);
+  xml::XmlNode LoadRest(EntryContext& context);
+  xml::XmlNode NotePitch(EntryContext& context, Note& note, int16_t& key);
+  void AddNoteType(EntryContext& context, Note& note, xml::XmlNode element, bool grace, bool cue,
+                   xml::XmlNode& notehead);
+  void AddNoteNotations(EntryContext& context, Note& note, xml::XmlNode element, int16_t index,
+                        bool tieStart, bool tieEnd);
+  int16_t NoteStaff(EntryContext& context, Note& note);
+  void AddInstrument(xml::XmlNode element, const std::string& id);
+  xml::XmlNode CreatePitch(int16_t displacement, int16_t alteration, XmlPart& part);
+  xml::XmlNode CreateUnpitched(int16_t key, int16_t displacement, int16_t staff, XmlPart& part);
+  xml::XmlNode CreateAccidental(int16_t alter, int32_t entnum, int16_t noteID,
+                                const std::string& font, bool& isQuarterTone);
+  xml::XmlNode CreateNotehead(int16_t character, const std::string& font, int32_t dura,
+                              bool option);
+  xml::XmlNode CreatePercussionInstrument(int16_t key, XmlPart& part);
+  xml::XmlNode StartOfTie(xml::XmlNode note);
+  int16_t CheckAppoggiatura(Tgf& tgf, int16_t entryIndex);
+  std::string FindPrintObject(int16_t layer, int16_t staff, const XmlPart& part);
+  xml::XmlNode LoadNoteheadDetails(int32_t entnum, int16_t noteID, const std::string& font,
+                                   int32_t dura, bool option, int16_t& percent);
+  std::string LoadTieAlteration(Entry& entry, Note& note);
+  // The percussion instrument of a MIDI key + 1 in the part's map; nullptr when it has none.
+  static const XmlPercussion* PercussionOf(const XmlPart& part, int16_t key);
+
+  // Durations and finishing passes.
+  // Note type and dots of a length in EDU; an unknown length leaves both untouched.
+  static void ParseDuration(int32_t duration, std::string& type, int16_t& dots);
   void ConvertDurations(XmlPart& part);
+  void RemoveDuplicateWavyLine(xml::XmlNode element);
   void CleanupInitialTempo();
+
+  // State of the measure loop, shared by measure content, entries and the marks they carry.
+  // Display flags by staff of the part being loaded, from 1.
+  std::vector<bool> ShowStems, ShowBeams, ShowTuplets, ShowDots, ShowRests, ShowTies;
+  std::vector<bool> StaffStemsUp, StaffStemsDown;
+  // Octave lines and wavy lines open on each staff; set by the shapes that draw them.
+  std::vector<int16_t> OctaveShift;
+  std::vector<bool> WavyLineOpen;
+  // The stem of the current layer and entry, and of the beam group running in each voice.
+  std::string LayerStem, XmlStem, FinaleStem;
+  bool BeamStart = false;
+  std::array<std::string, 2> LastBeamOnStem;
+  Stemming Stemming_;
+  // The items of each staff slot from 1, and the 1-based index of the next; 0 when done.
+  std::vector<ostin::MeasureItems> MeasureItems_;
+  std::vector<int32_t> MeasureItemCursor;
+  // A tempo mark of the score has written a sound with a tempo.
+  bool TempoWritten = false;
 
 public:
   // Language of a text by its letters: "de", "fr", "es" or empty.

@@ -1,0 +1,349 @@
+// One measure of a part: staves and layers one after another, voices two, beams across
+// rests and grace notes, measure rests, clefs in the opening attributes, and items by time.
+#include "../xml/dtd_validation.h"
+#include "content_fixture.h"
+
+namespace ostin {
+namespace {
+
+using testing::ContentTest;
+using testing::kNote;
+using testing::kRest;
+
+TEST_F(ContentTest, SecondStaffStartsWithABackupOfWhatTheFirstWrote) {
+  Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {2}), Made(2048, kNote, {4})});
+  Fill(6, {Made(4096, kRest)});
+  XmlPart& part = Access.AddPart(2, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(Shape(measure), "note note note backup:4096 note");
+  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "1", "9"}));
+  EXPECT_EQ(Texts(measure, "note/staff"), (std::vector<std::string>{"1", "1", "1", "2"}));
+  EXPECT_EQ(Texts(measure, "note/duration"),
+            (std::vector<std::string>{"1024", "1024", "2048", "4096"}));
+  EXPECT_EQ(part.Voices, 2);
+  EXPECT_EQ(part.Layers.at(2), 0);
+}
+
+TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
+  SetBeats(2, 3);
+  Fill(2, {Made(4096, kRest, {6})});
+  // Staff 1 in measure 3 has a holder that names no frame, in measure 4 none at all.
+  Gfhold holder;
+  ASSERT_TRUE(holder.Load(1, 3));
+  holder.Frame = {0, 0, 0, 0};
+  holder.Save();
+  HostSim().Doc().Records.at("Gfhold").Rows.erase({1, 4, 0});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 4);
+
+  const xml::XmlNode whole = MeasureOf(part, 2).selectSingleNode("note");
+  EXPECT_EQ(Texts(whole, "duration"), std::vector<std::string>{"3072"});
+  EXPECT_EQ(Texts(whole, "type"), std::vector<std::string>{"whole"});
+  EXPECT_EQ(Texts(whole, "rest/display-step"), std::vector<std::string>{"B"});
+  for (int16_t m : {3, 4}) {
+    const xml::XmlNode measure = MeasureOf(part, m);
+    EXPECT_EQ(Shape(measure), "note") << m;
+    EXPECT_EQ(measure.selectSingleNode("note").xml(),
+              "<note><rest/><duration>4096</duration><voice>1</voice></note>")
+        << m;
+  }
+}
+
+TEST_F(ContentTest, VoiceTwoBacksUpToItsLaunchAndForwardsThroughTheGap) {
+  Fill(2, {Made(2048, kNote | kEfLaunchesVoiceTwo, {0}), Made(512, kNote | kEfVoiceTwo, {7}),
+           Made(512, kNote | kEfVoiceTwo | kEfHidden, {8}), Made(2048, kNote, {2})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(Shape(measure), "note backup:2048 note note forward:1024 note");
+  EXPECT_EQ(measure.selectSingleNode("forward").xml(),
+            "<forward><duration>1024</duration><voice>5</voice></forward>")
+      << "no staff on the forward that makes up voice two";
+  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "5", "5", "1"}));
+  EXPECT_EQ(measure.selectSingleNode("note[3]").getAttribute("print-object"), "no");
+  EXPECT_EQ(part.Voices, 2);
+
+  // Voice two that fills more than the launching entry: a backup of the excess.
+  Fill(3, {Made(1024, kNote | kEfLaunchesVoiceTwo, {0}), Made(2048, kNote | kEfVoiceTwo, {7}),
+           Made(1024, kNote, {2})});
+  Access.LoadMeasures(part, 3, 3);
+  EXPECT_EQ(Shape(MeasureOf(part, 3)), "note backup:1024 note backup:1024 note");
+}
+
+TEST_F(ContentTest, EveryLayerStartsFromTheMeasuresStart) {
+  Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {2})});
+  Fill(9, {Made(4096, kNote, {9})});
+  Gfhold holder;
+  ASSERT_TRUE(holder.Load(1, 2));
+  holder.Frame = {2, 0, 9, 0};
+  holder.Save();
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(Shape(measure), "note note backup:2048 note") << "the measure ends short";
+  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "3"}));
+  EXPECT_EQ(part.Layers.at(1), 2);
+}
+
+TEST_F(ContentTest, BeamsRunAcrossHiddenRestsAndAroundGraceNotes) {
+  Fill(2, {Made(256, kNote | kEfNewBeam, {0}), Made(256, kRest | kEfHidden), Made(256, kNote, {2}),
+           Made(3328, kNote, {4})});
+  Fill(3, {Made(512, kNote | kEfNewBeam, {0}), Made(256, kNote | kEfGrace, {1}),
+           Made(512, kNote, {2}), Made(3072, kNote, {4})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 3);
+
+  const xml::XmlNode sixteenths = MeasureOf(part, 2);
+  EXPECT_EQ(Shape(sixteenths), "note forward:256 note note");
+  EXPECT_EQ(Texts(sixteenths, "note[1]/beam"), (std::vector<std::string>{"begin", "forward hook"}));
+  EXPECT_EQ(Texts(sixteenths, "note[2]/beam"), (std::vector<std::string>{"end", "backward hook"}))
+      << "only the primary beam runs across the rest";
+  EXPECT_EQ(sixteenths.selectSingleNode("note[2]/beam[2]").getAttribute("number"), "2");
+  EXPECT_EQ(Texts(sixteenths, "note[3]/beam"), std::vector<std::string>{});
+
+  const xml::XmlNode eighths = MeasureOf(part, 3);
+  EXPECT_EQ(Texts(eighths, "note[1]/beam"), std::vector<std::string>{"begin"});
+  EXPECT_EQ(Texts(eighths, "note[3]/beam"), std::vector<std::string>{"end"});
+  const xml::XmlNode grace = eighths.selectSingleNode("note[2]");
+  EXPECT_TRUE(grace.selectSingleNode("grace"));
+  EXPECT_FALSE(grace.selectSingleNode("beam"));
+  EXPECT_FALSE(grace.selectSingleNode("duration")) << "a grace note has no duration";
+  EXPECT_EQ(Texts(eighths, "note/duration"), (std::vector<std::string>{"512", "512", "3072"}));
+}
+
+TEST_F(ContentTest, UnbeamedGraceNotesTakeTheSlashTheDocumentAsksFor) {
+  Fill(2, {Made(256, kNote | kEfGrace, {1}), Made(4096, kNote, {2})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.GraceAlwaysSlash() = true;
+  Access.LoadMeasures(part, 2, 2);
+  EXPECT_EQ(MeasureOf(part, 2).selectSingleNode("note[1]/grace").getAttribute("slash"), "yes");
+
+  // No beams on a staff that hides them.
+  Fill(3, {Made(512, kNote | kEfNewBeam, {0}), Made(512, kNote, {2}), Made(3072, kNote, {4})});
+  Access.GraceAlwaysSlash() = false;
+  Access.SetShowBeams(1, false);
+  Access.LoadMeasures(part, 3, 3);
+  EXPECT_EQ(MeasureOf(part, 3).selectNodes(".//beam").length(), 0);
+}
+
+TEST_F(ContentTest, MissingMeasureElementIsLoggedAndRaised) {
+  XmlPart& part = Access.AddPart(1, 1, 2);
+  try {
+    Access.LoadMeasures(part, 3, 3);
+    ADD_FAILURE() << "no failure";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number, Code(0x80040495));
+    EXPECT_EQ(failure.Description, std::string(kInternalError));
+  }
+  EXPECT_NE(Log().find("Cannot find XML measure 3 in staff 1"), std::string::npos) << Log();
+}
+
+TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
+  struct Case {
+    int32_t Version;
+    int16_t MoreFlags;
+    int16_t Flag;
+    std::vector<bool> Expected; // stems, beams, tuplets, dots, rests, ties, up, down
+  } cases[] = {
+      {2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
+      {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
+      {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
+      {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
+      {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}},
+  };
+  for (const Case& c : cases) {
+    Access.Start(c.Version);
+    XmlPart& part = Access.AddPart(1, 1, 1);
+    auto spec = std::make_shared<StaffSpec>();
+    spec->MoreFlags = c.MoreFlags;
+    spec->Flag = c.Flag;
+    part.SetStaffSpecs(1, spec);
+    Access.InitializePartTables(part);
+    const std::vector<bool> flags{
+        Access.ShowStems(1), Access.ShowBeams(1), Access.ShowTuplets(1),  Access.ShowDots(1),
+        Access.ShowRests(1), Access.ShowTies(1),  Access.StaffStemsUp(1), Access.StaffStemsDown(1)};
+    EXPECT_EQ(flags, c.Expected) << c.Version << " " << c.MoreFlags;
+  }
+}
+
+TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
+  struct Case {
+    std::string Name;
+    std::string Measure;
+    int16_t Number;
+    std::string Expected;
+  } cases[] = {
+      {"none yet", "<measure><print/><barline location='left'/><note/></measure>", 0,
+       "<measure><print/><barline location=\"left\"/><attributes><clef/></attributes><note/>"
+       "</measure>"},
+      {"none at all", "<measure><note/></measure>", 0,
+       "<measure><attributes><clef/></attributes><note/></measure>"},
+      {"replaced",
+       "<measure><attributes><key/><clef number='2'><sign>F</sign></clef>"
+       "</attributes></measure>",
+       2, "<measure><attributes><key/><clef/></attributes></measure>"},
+      {"before staff details",
+       "<measure><attributes><clef number='1'/><staff-details/>"
+       "</attributes></measure>",
+       2,
+       "<measure><attributes><clef number=\"1\"/><clef/><staff-details/></attributes>"
+       "</measure>"},
+      {"late attributes are not opening",
+       "<measure><note/><attributes><time/></attributes>"
+       "</measure>",
+       0,
+       "<measure><attributes><clef/></attributes><note/><attributes><time/></attributes>"
+       "</measure>"},
+  };
+  for (const Case& c : cases) {
+    const xml::XmlNode measure = Access.Parse(c.Measure);
+    Access.AddClef(measure, Access.Element("clef"), c.Number);
+    EXPECT_EQ(measure.xml(), c.Expected) << c.Name;
+  }
+}
+
+TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
+  struct Case {
+    int16_t Previous, This, Next;
+    std::vector<std::string> Beams;
+  } cases[] = {
+      {0, 1, 1, {"begin"}},
+      {1, 1, 1, {"continue"}},
+      {1, 1, 0, {"end"}},
+      {0, 2, 1, {"begin", "forward hook"}},
+      {1, 2, 0, {"end", "backward hook"}},
+      {2, 3, 2, {"continue", "continue", "backward hook"}},
+      {1, 3, 2, {"continue", "begin", "forward hook"}},
+      {0, 0, 1, {}},
+      {0, 2, 0, {}},
+  };
+  for (const Case& c : cases) {
+    const xml::XmlNode note = Access.Parse("<note><type>16th</type><notations/><lyric/></note>");
+    Access.AddBeams(note, c.Previous, c.This, c.Next);
+    EXPECT_EQ(Texts(note, "beam"), c.Beams) << c.Previous << c.This << c.Next;
+    if (!c.Beams.empty()) {
+      EXPECT_EQ(note.selectSingleNode("beam[last()]").nextSibling().nodeName(), "notations");
+    }
+  }
+  for (const char* untouched :
+       {"<note><rest/></note>", "<note><beam number='1'>end</beam></note>", "<forward/>"}) {
+    const xml::XmlNode element = Access.Parse(untouched);
+    const std::string before = element.xml();
+    Access.AddBeams(element, 1, 1, 1);
+    EXPECT_EQ(element.xml(), before);
+  }
+}
+
+TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
+  struct Case {
+    int32_t Edu, Position;
+    bool PlaceFirst, Due;
+    int32_t Offset;
+  } cases[] = {
+      {1024, 1071, false, true, 0}, {1072, 1024, false, true, 48}, {1073, 1024, false, false, 49},
+      {0, 2048, false, true, 0},    {300, 1024, true, true, 300},  {40, 1024, true, true, 0},
+      {1024, 1024, false, true, 0}, {976, 1024, false, true, -48},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ToXmlTestAccess::ItemDue(c.Edu, c.Position), c.Due) << c.Edu << " " << c.Position;
+    EXPECT_EQ(ToXmlTestAccess::ItemOffset(c.PlaceFirst, c.Edu, c.Position), c.Offset)
+        << c.Edu << " " << c.Position;
+  }
+}
+
+// Clef and EDU position pairs into the holder of staff 1 in a measure.
+void ClefList(int16_t measure, int16_t list,
+              const std::vector<std::pair<int16_t, int16_t>>& clefs) {
+  ClefElement element;
+  for (size_t i = 0; i < clefs.size(); ++i) {
+    element.Create(list, static_cast<int16_t>(i));
+    element.Clef = clefs[i].first;
+    element.ClefEdu = clefs[i].second;
+    element.Save();
+  }
+  Gfhold holder;
+  ASSERT_TRUE(holder.Load(1, measure));
+  holder.Clef = list;
+  holder.Flag = Gfhold::kClefListBit;
+  holder.Save();
+}
+
+TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
+  ClefList(2, 20, {{0, 0}, {3, 2048}});
+  Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {1}), Made(1024, kNote, {2}),
+           Made(1024, kNote, {3})});
+  // Back to treble at the start, bass again on the last beat behind the last entry.
+  ClefList(3, 21, {{0, 0}, {3, 3072}});
+  Fill(3, {Made(1024, kNote, {0}), Made(1024, kNote, {1})});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 3);
+  EXPECT_EQ(Shape(MeasureOf(part, 2)), "note note attributes note note");
+  EXPECT_EQ(Shape(MeasureOf(part, 3)), "attributes note note forward:1024 attributes");
+  EXPECT_EQ(MeasureOf(part, 3).selectSingleNode("forward").xml(),
+            "<forward><duration>1024</duration></forward>");
+  EXPECT_EQ(part.Clefs(1), 3);
+  for (int16_t m : {2, 3})
+    EXPECT_EQ(MeasureOf(part, m).selectNodes("attributes/clef[@number]").length(), 0)
+        << "a part of one staff numbers no clef";
+}
+
+TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
+  Fill(2, {Made(4096, kNote, {0})});
+  MeasureItems items;
+  items.Add(MeasureItem("DY", 1, 0, 2, 0));
+  items.Add(MeasureItem("DY", 2, 0, 2, 3000));
+  items.Add(MeasureItem("DY", 3, 0, 3, 0));
+  Access.SetItems(1, items);
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  EXPECT_EQ(Access.ItemCursor(1), 3) << "the items of measure 2 are taken, measure 3 waits";
+  Access.LoadMeasures(part, 3, 3);
+  EXPECT_EQ(Access.ItemCursor(1), 0) << "past the last item";
+}
+
+TEST_F(ContentTest, ForeignFailureIsLoggedWithItsPlaceAndFreesTheFrame) {
+  Fill(2, {Made(4096, kRest)});
+  XmlPart& part = Access.AddPart(1, 1, 4);
+  HostSim().Faults["FxGetMeasureDuration"] = sim::Host::Fault::Throw;
+  try {
+    Access.LoadMeasures(part, 2, 2);
+    ADD_FAILURE() << "no failure";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.Number, Code(0x80040345));
+    EXPECT_TRUE(failure.IsOwn());
+    EXPECT_EQ(failure.Description, std::string(kInternalError));
+  }
+  EXPECT_NE(Log().find("ToXml LoadMeasure error "), std::string::npos) << Log();
+  EXPECT_NE(Log().find(" in staff 1, measure 2:  / FxGetMeasureDuration"), std::string::npos)
+      << Log();
+  EXPECT_EQ(Log().find("TGF being deleted"), std::string::npos) << "the frame was freed";
+}
+
+TEST_F(ContentTest, ExportedMeasuresFollowTheDocumentType) {
+  Fill(1, {Made(512, kNote | kEfNewBeam, {0}, kNoteTieStart), Made(256, kNote | kEfGrace, {1}),
+           Made(512, kNote, {2, 4}), Made(256, kRest | kEfHidden), Made(256, kNote, {3}),
+           Made(2048, kNote | kEfLaunchesVoiceTwo, {5}), Made(512, kNote | kEfVoiceTwo, {9})});
+  Fill(2, {Made(1536, kNote, {0}, kNoteTieEnd | kNoteAccidentalShown), Made(512, kRest, {6}),
+           Made(2048, kNote | kEfSplitStem, {0, 1})});
+  Fill(5, {Made(4096, kRest)});
+  ClefList(3, 20, {{0, 0}, {3, 3072}});
+  Fill(3, {Made(1024, kNote, {0})});
+  // Layer 0 writes ordinary notes: neither cue nor unspaced.
+  HostSim().Doc().Records.at("LayerPrefs").Rows.at({0, 0, 0})[1].Numbers.at(0) |= 0x3000;
+  Engine.FileName = Path("out.xml");
+  EXPECT_FALSE(Engine.Invoke(0, 0));
+  const std::string written = Read(Path("out.xml"));
+  EXPECT_TRUE(xml::test_support::ValidScore(written));
+  auto doc = xml::XmlDocument::Create();
+  doc->validateOnParse = false;
+  doc->resolveExternals = false;
+  ASSERT_TRUE(doc->loadXML(written));
+  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/note").length(), 7);
+  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/forward").length(), 1)
+      << "voice two ends the layer: nothing makes up its gap";
+  EXPECT_EQ(doc->documentElement().selectNodes(".//tie").length(), 2);
+}
+
+} // namespace
+} // namespace ostin
