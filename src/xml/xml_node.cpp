@@ -59,16 +59,19 @@ void ReplaceChildren(detail::Tree& tree, xmlNodePtr node, const std::string& tex
   if (!text.empty()) detail::Link(node, xmlNewDocText(node->doc, Xml(text)), nullptr);
 }
 
-std::vector<xmlNodePtr> Evaluate(xmlNodePtr context, const std::string& expression) {
+std::vector<xmlNodePtr> Evaluate(detail::Tree& tree, xmlNodePtr context,
+                                 const std::string& expression) {
   detail::ErrorCapture capture;
-  xmlDocPtr doc =
-      context->type == XML_DOCUMENT_NODE ? reinterpret_cast<xmlDocPtr>(context) : context->doc;
-  std::unique_ptr<xmlXPathContext, decltype(&xmlXPathFreeContext)> xpath(xmlXPathNewContext(doc),
-                                                                         xmlXPathFreeContext);
+  xmlXPathContextPtr xpath = tree.XPathContext();
   if (!xpath) Fail("Out of memory.");
+  xmlXPathCompExprPtr compiled = tree.Compiled(expression);
+  if (!compiled) Fail(capture.Message("Invalid XPath expression.") + ": " + expression);
+  xpath->doc = tree.doc;
   xpath->node = context;
+  xpath->contextSize = -1;
+  xpath->proximityPosition = -1;
   std::unique_ptr<xmlXPathObject, decltype(&xmlXPathFreeObject)> result(
-      xmlXPathEvalExpression(Xml(expression), xpath.get()), xmlXPathFreeObject);
+      xmlXPathCompiledEval(compiled, xpath), xmlXPathFreeObject);
   if (!result) Fail(capture.Message("Invalid XPath expression.") + ": " + expression);
   if (result->type != XPATH_NODESET) Fail("Expression does not evaluate to a node-set.");
   std::vector<xmlNodePtr> nodes;
@@ -217,12 +220,12 @@ bool XmlNode::hasChildNodes() const {
 }
 
 XmlNode XmlNode::selectSingleNode(const std::string& xpath) const {
-  const std::vector<xmlNodePtr> nodes = Evaluate(Get(), xpath);
+  const std::vector<xmlNodePtr> nodes = Evaluate(*tree_, Get(), xpath);
   return nodes.empty() ? XmlNode() : Wrap(nodes.front());
 }
 
 XmlNodeList XmlNode::selectNodes(const std::string& xpath) const {
-  return ListOf(Evaluate(Get(), xpath));
+  return ListOf(Evaluate(*tree_, Get(), xpath));
 }
 
 xmlNodePtr XmlNode::ChildOf(const XmlNode& child) const {

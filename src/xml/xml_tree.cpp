@@ -158,11 +158,39 @@ void Write(std::string& out, const Tree& tree, const xmlNode* node) {
 
 } // namespace
 
+xmlXPathContextPtr Tree::XPathContext() {
+  if (!xpath) xpath = xmlXPathNewContext(doc);
+  return xpath;
+}
+
+xmlXPathCompExprPtr Tree::Compiled(const std::string& expression) {
+  constexpr std::size_t kMostKept = 512;
+  auto found = compiled.find(expression);
+  if (found != compiled.end()) return found->second;
+  xmlXPathCompExprPtr expr = xmlXPathCtxtCompile(XPathContext(), BAD_CAST expression.c_str());
+  if (!expr) return nullptr;
+  // Expressions that name ids vary without end; the cache starts over when it is full.
+  if (compiled.size() >= kMostKept) {
+    for (auto& [text, kept] : compiled)
+      xmlXPathFreeCompExpr(kept);
+    compiled.clear();
+  }
+  compiled.emplace(expression, expr);
+  return expr;
+}
+
 Tree::~Tree() {
-  // Only the roots of detached subtrees are freed; the rest go with their root or the document.
+  for (auto& [text, expr] : compiled)
+    xmlXPathFreeCompExpr(expr);
+  if (xpath) xmlXPathFreeContext(xpath);
+  // Only the roots of detached subtrees are freed, each once; the rest go with their root or
+  // the document. A node kept twice is marked when first taken.
+  static int taken;
   std::vector<xmlNodePtr> roots;
   for (xmlNodePtr node : detached) {
-    if (!node->parent) roots.push_back(node);
+    if (node->parent || node->_private == &taken) continue;
+    node->_private = &taken;
+    roots.push_back(node);
   }
   for (xmlNodePtr root : roots)
     xmlFreeNode(root);

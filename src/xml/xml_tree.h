@@ -1,10 +1,12 @@
 #pragma once
 // The libxml2 document behind every node handle, and the tree operations the service shares.
 #include <libxml/tree.h>
+#include <libxml/xpath.h>
 
 #include <cstddef>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
+#include <vector>
 
 namespace ostin::xml::detail {
 
@@ -16,14 +18,22 @@ struct Tree {
   Tree& operator=(const Tree&) = delete;
 
   // Holds a node that is outside the tree (created, cloned or removed) until the tree dies.
-  void Keep(xmlNodePtr node) { detached.insert(node); }
+  // Nodes are never freed before the tree, so the list is read safely at its end: those
+  // still without a parent then are freed with their subtrees, the rest with the document.
+  void Keep(xmlNodePtr node) { detached.push_back(node); }
+  // The document's one XPath context and the compiled form of an expression, both kept for
+  // the life of the tree: making them anew for every query costs more than the query itself.
+  xmlXPathContextPtr XPathContext();
+  xmlXPathCompExprPtr Compiled(const std::string& expression);
 
   xmlDocPtr doc;
   std::string declaration;          // the XML declaration as written in the loaded text
   std::string doctypeText;          // the DOCTYPE declaration as written in the loaded text
   const xmlNode* doctype = nullptr; // the node doctypeText stands for
   std::size_t sizeHint = 0;         // the loaded text's length, to reserve when serialising
-  std::unordered_set<xmlNodePtr> detached;
+  std::vector<xmlNodePtr> detached;
+  xmlXPathContextPtr xpath = nullptr;
+  std::unordered_map<std::string, xmlXPathCompExprPtr> compiled;
 };
 
 // Whether the node's children are shown (a doctype's declarations and entity contents are not).
