@@ -177,6 +177,9 @@ int16_t ScoreBuilder::AddNameText(const std::string& text) {
   return number;
 }
 
+// No alternate notation, and every layer shown.
+constexpr int32_t kAllLayersShown = 0x0700;
+
 int16_t ScoreBuilder::AddStaff(const StaffOptions& options) {
   if (staves_ == std::numeric_limits<int16_t>::max()) throw BuildError("too many staves");
   auto staff = ++staves_;
@@ -186,6 +189,7 @@ int16_t ScoreBuilder::AddStaff(const StaffOptions& options) {
        {"TopLines", 0},
        {"BotLines", kFiveLines},
        {"MoreFlags", kStaffShowsAll},
+       {"AltFlag", kAllLayersShown},
        {"StaffID", staff},
        {"Transposition", options.Transposition},
        {"FullName", AddNameText(options.FullName)},

@@ -240,14 +240,19 @@ void ToXml::LoadPart(int16_t partIndex) {
     part.OptimizeVoices();
     PruneInstruments(part);
   } catch (...) {
-    // The failure gets the place in the score where it happened.
-    Failure failure = CurrentFailure();
-    Register(failure);
-    std::string where = FormatResString(157, {std::to_string(partIndex), MeasureNumber});
-    if (!failure.IsOwn()) throw Failure(kLoadPartForeign, std::string(kPlugInSource), where);
-    if (failure.Description == kInternalError) failure.Description = where;
-    throw failure;
+    RaiseAtPosition(partIndex, MeasureNumber, kLoadPartForeign);
   }
+}
+
+// Gives the failure in flight the place in the score where it happened.
+void ToXml::RaiseAtPosition(int16_t partIndex, const std::string& measureNumber,
+                            int32_t foreignNumber) {
+  Failure failure = CurrentFailure();
+  Register(failure);
+  std::string where = FormatResString(157, {std::to_string(partIndex), measureNumber});
+  if (!failure.IsOwn()) throw Failure(foreignNumber, std::string(kPlugInSource), where);
+  if (failure.Description == kInternalError) failure.Description = where;
+  throw failure;
 }
 
 void ToXml::LoadPartMeasures(XmlPart& part) {

@@ -61,6 +61,8 @@ private:
   void InitializeLocales();
   void LoadPart(int16_t partIndex);
   void LoadPartMeasures(XmlPart& part);
+  [[noreturn]] static void RaiseAtPosition(int16_t partIndex, const std::string& measureNumber,
+                                           int32_t foreignNumber);
   void PruneInstruments(XmlPart& part);
   void SaveDocument();
   void CloseEdit();

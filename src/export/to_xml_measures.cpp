@@ -118,7 +118,12 @@ void ToXml::InitializeMeasures() {
         xml::XmlNode element = Element("measure");
         element.setAttribute("number", head.NumberText);
         if (head.Implicit) element.setAttribute("implicit", "yes");
-        FillMeasure(state, head, part, index, element);
+        // A measure whose records contradict each other is named in the message.
+        try {
+          FillMeasure(state, head, part, index, element);
+        } catch (...) {
+          RaiseAtPosition(index, head.NumberText, kInitializeMeasuresHandler);
+        }
         part.Part().appendChild(element);
       }
       state.LastKey = head.Spec.Key;

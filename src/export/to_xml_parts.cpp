@@ -16,6 +16,7 @@ constexpr int32_t kLoadScoreInstrumentsHandler = Code(0x80040298);
 constexpr int32_t kLoadMidiInstrumentHandler = Code(0x80040299);
 constexpr int32_t kRangeCheckHandler = Code(0x8004029A);
 constexpr int32_t kFindXmlPartHandler = Code(0x8004029B);
+constexpr int32_t kStaffSpecAbsent = Code(0x80040304);
 constexpr int16_t kBrace = 3;
 constexpr int16_t kHiddenGroupNames = static_cast<int16_t>(0x8000);
 constexpr int16_t kHiddenStaffNames = 0x100;
@@ -82,7 +83,10 @@ void ToXml::ReadSlots(PartListState& state) {
     used.MustLoad(0, static_cast<int16_t>(slot - 1));
     auto staff = std::make_shared<StaffSpec>();
     staff->FinaleVersion = FinaleVersion;
-    staff->MustLoad(used.Inst, 0);
+    if (!staff->Load(used.Inst, 0))
+      RaiseLogged("ToXml InitializeParts: staff " + std::to_string(used.Inst) + " of slot " +
+                      std::to_string(slot) + " has no StaffSpec",
+                  kStaffSpecAbsent);
     state.SlotFullName[slot] = staff->FullNameText();
     state.SlotAbbrevName[slot] = staff->AbbrvNameText();
     state.SlotStaff[slot] = std::move(staff);

@@ -123,6 +123,8 @@ const RecordShape& ShapeOf(const char* className) {
 namespace {
 // A staff made with number 0 takes the next free number and joins the end of the score's
 // staff list, as a new staff of the host does.
+constexpr int16_t kNewStaffAltFlag = 0x0700;
+
 void NewStaffAtTheEnd(const RecordTable& staves, RecordKey& key) {
   key.Cmper = NextFreeCmper(staves);
   const RecordShape& listShape = ShapeOf("InstrumentUsed");
@@ -141,8 +143,11 @@ int16_t CreateRecord(const RecordShape& shape, RecordKey& key) {
   if (key.Inci == -1) key.Inci = NextFreeBelow(table, key, false);
   if (key.Third == -1) key.Third = NextFreeBelow(table, key, true);
   auto [it, added] = table.Rows.try_emplace(key, Doc().NewRecord(shape));
-  // The host's new staff is a plain staff of five lines.
-  if (added && shape.Class == "StaffSpec") it->second[shape.FieldIndex("BotLines")].Numbers = {5};
+  // The host's new staff is a plain staff of five lines with all its layers shown.
+  if (added && shape.Class == "StaffSpec") {
+    it->second[shape.FieldIndex("BotLines")].Numbers = {5};
+    it->second[shape.FieldIndex("AltFlag")].Numbers = {kNewStaffAltFlag};
+  }
   return 1;
 }
 

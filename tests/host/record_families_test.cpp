@@ -80,8 +80,11 @@ TYPED_TEST(RecordFamilyTest, GoesThroughTheBridgeAndBack) {
   auto empty = this->Made();
   ASSERT_TRUE(empty.Load(record.Cmper(), record.Inci(), record.Third()));
   auto defaults = this->Made();
-  // A new staff is a plain staff of five lines.
-  if constexpr (std::is_same_v<decltype(defaults), StaffSpec>) defaults.BotLines = 5;
+  // A new staff is a plain staff of five lines with its layers shown.
+  if constexpr (std::is_same_v<decltype(defaults), StaffSpec>) {
+    defaults.BotLines = 5;
+    defaults.AltFlag = 0x0700;
+  }
   EXPECT_TRUE(Case::Same(empty, defaults)) << "a new record holds the host's defaults";
 
   Case::Fill(record, 11);
