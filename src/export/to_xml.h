@@ -164,6 +164,7 @@ private:
   void WriteItems(MeasureState& state);
   void FinishStaff(MeasureState& state, XmlPart& part, xml::XmlNode target);
   void CloseBeamChain(BeamChain& chain, int16_t staff);
+  xml::XmlNode StaffClef(int16_t clef, int16_t staffNumber);
   xml::XmlNode CursorMove(const char* name, int32_t duration);
   void NoteVoice(XmlPart& part, int16_t voice);
   void LoadMeasureItems(int16_t measure, int32_t position, XmlPart& part, int16_t slot,

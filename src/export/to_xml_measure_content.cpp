@@ -226,9 +226,7 @@ void ToXml::ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff) {
                              ? state.NextClefEdu == 0 && state.NextClef != part.Clefs(staff)
                              : state.OldClef != state.NextClef;
   if (startClef) {
-    xml::XmlNode clef = CreateClef(state.NextClef);
-    if (state.StaffNumber > 0) clef.setAttribute("number", std::to_string(staff));
-    AddClef(state.MeasureElement, clef, state.StaffNumber);
+    AddClef(state.MeasureElement, StaffClef(state.NextClef, state.StaffNumber), state.StaffNumber);
     if (part.ClefChange) part.SetClefs(staff, state.NextClef);
   }
   state.ClefsPending = holder.ClefMax() >= 2 && part.ClefChange;
@@ -434,10 +432,8 @@ void ToXml::LinkBeams(MeasureState& state, Entry& entry, int16_t staff) {
 
 void ToXml::WritePendingClef(MeasureState& state, XmlPart& part, int16_t staff) {
   if (state.NextClef == part.Clefs(staff)) return;
-  xml::XmlNode clef = CreateClef(state.NextClef);
-  if (state.StaffNumber > 0) clef.setAttribute("number", std::to_string(staff));
   xml::XmlNode attributes = Element("attributes");
-  attributes.appendChild(clef);
+  attributes.appendChild(StaffClef(state.NextClef, state.StaffNumber));
   state.MeasureElement.appendChild(attributes);
   part.SetClefs(staff, state.NextClef);
 }
@@ -477,9 +473,8 @@ void ToXml::TestStyleChange(MeasureState& state, XmlPart& part, int16_t staff) {
 void ToXml::LoadStaffWithoutFrames(MeasureState& state, XmlPart& part, int16_t staff,
                                    bool hasHolder) {
   if (!hasHolder && !part.ClefChange && state.OldClef != part.Clefs(staff)) {
-    xml::XmlNode clef = CreateClef(part.Clefs(staff));
-    if (state.StaffNumber > 0) clef.setAttribute("number", std::to_string(staff));
-    AddClef(state.MeasureElement, clef, state.StaffNumber);
+    AddClef(state.MeasureElement, StaffClef(part.Clefs(staff), state.StaffNumber),
+            state.StaffNumber);
   }
   if (state.Position > 0) {
     state.MeasureElement.appendChild(CursorMove("backup", state.Position));
@@ -528,6 +523,13 @@ void ToXml::WriteItems(MeasureState& state) {
 
 void ToXml::CloseBeamChain(BeamChain& chain, int16_t staff) {
   if (ShowBeams.at(staff)) AddBeams(chain.Element, chain.Link, chain.Levels, 0);
+}
+
+// A clef, numbered by its staff in a part of several staves.
+xml::XmlNode ToXml::StaffClef(int16_t clef, int16_t staffNumber) {
+  xml::XmlNode element = CreateClef(clef);
+  if (staffNumber > 0) element.setAttribute("number", std::to_string(staffNumber));
+  return element;
 }
 
 xml::XmlNode ToXml::CursorMove(const char* name, int32_t duration) {

@@ -252,9 +252,9 @@ TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
   }
 }
 
-// Clef and EDU position pairs into the holder of staff 1 in a measure.
-void ClefList(int16_t measure, int16_t list,
-              const std::vector<std::pair<int16_t, int16_t>>& clefs) {
+// Clef and EDU position pairs into the holder of a staff in a measure.
+void ClefList(int16_t measure, int16_t list, const std::vector<std::pair<int16_t, int16_t>>& clefs,
+              int16_t staff = 1) {
   ClefElement element;
   for (size_t i = 0; i < clefs.size(); ++i) {
     element.Create(list, static_cast<int16_t>(i));
@@ -263,7 +263,7 @@ void ClefList(int16_t measure, int16_t list,
     element.Save();
   }
   Gfhold holder;
-  ASSERT_TRUE(holder.Load(1, measure));
+  ASSERT_TRUE(holder.Load(staff, measure));
   holder.Clef = list;
   holder.Flag = Gfhold::kClefListBit;
   holder.Save();
@@ -286,6 +286,20 @@ TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
   for (int16_t m : {2, 3})
     EXPECT_EQ(MeasureOf(part, m).selectNodes("attributes/clef[@number]").length(), 0)
         << "a part of one staff numbers no clef";
+}
+
+TEST_F(ContentTest, ClefsOfAPartOfTwoStavesCarryTheirStaff) {
+  Fill(2, {Made(4096, kNote, {0})});
+  Fill(6, {Made(2048, kNote, {0}), Made(2048, kNote, {2})});
+  ClefList(2, 22, {{0, 0}, {3, 2048}}, 2);
+  XmlPart& part = Access.AddPart(2, 1, 4);
+  Access.LoadMeasures(part, 2, 2);
+  const xml::XmlNode measure = MeasureOf(part, 2);
+  EXPECT_EQ(Shape(measure), "attributes note backup:4096 note attributes note");
+  EXPECT_EQ(measure.selectSingleNode("attributes[1]/clef").getAttribute("number"), "2")
+      << "treble at the start of staff 2, which was bass";
+  EXPECT_EQ(measure.selectSingleNode("attributes[2]/clef").getAttribute("number"), "2");
+  EXPECT_EQ(part.Clefs(2), 3);
 }
 
 TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
