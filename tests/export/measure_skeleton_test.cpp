@@ -246,6 +246,18 @@ TEST_F(MeasureSkeletonTest, SystemAndPageBreaks) {
   EXPECT_EQ(Children(Measure(1, 3)).front(), "print");
 }
 
+// Frozen systems of any incidence are read once each.
+TEST_F(MeasureSkeletonTest, FrozenSystemsOfAnyIncidence) {
+  Builder.AddStaff({});
+  AddMeasures(5);
+  SetRecord("FreezeMusic", 2, 0, {{"NextMeas", 3}});
+  SetRecord("FreezeMusic", 2, 1, {{"NextMeas", 4}});
+  SetRecord("FreezeMusic", 9, 0, {{"NextMeas", 5}});
+  ExportOk();
+  EXPECT_EQ(Count("part/measure/print"), 3);
+  EXPECT_EQ(Count(Measure(1, 5) + "/print"), 0) << "a frozen system past the end";
+}
+
 TEST_F(MeasureSkeletonTest, KeyChangesWithCancels) {
   Builder.AddStaff({});
   AddMeasures(5, testing::InKey(2));
