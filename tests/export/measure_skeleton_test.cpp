@@ -408,15 +408,5 @@ TEST_F(MeasureSkeletonTest, TranspositionsByStaffAndStyle) {
   EXPECT_EQ(Count("part[2]/measure/attributes/transpose"), 1);
 }
 
-TEST_F(MeasureSkeletonTest, MeasuresOfEveryPartAreNumbered) {
-  Builder.AddStaff({});
-  Builder.AddStaff({});
-  AddMeasures(3);
-  ExportOk();
-  EXPECT_EQ(Texts("part[1]/measure/@number"), (std::vector<std::string>{"1", "2", "3"}));
-  EXPECT_EQ(Texts("part[2]/measure/@number"), (std::vector<std::string>{"1", "2", "3"}));
-  EXPECT_EQ(Count("part/measure/@implicit"), 0);
-}
-
 } // namespace
 } // namespace ostin

@@ -421,20 +421,6 @@ TEST_F(PartListTest, DevicesAreNamedOnlyWhenThereAreSeveral) {
   }
 }
 
-TEST_F(PartListTest, MidiInstrumentWritesWhatIsAboveZero) {
-  HostSim().Open(Builder.Build());
-  ToXml engine;
-  ToXmlTestAccess access{engine};
-  access.StartDocument();
-  EXPECT_EQ(Flat(access.LoadMidiInstrument("P1-I1", 0, 0, 0, 0)),
-            "<midi-instrument id=\"P1-I1\"/>");
-  EXPECT_EQ(Flat(access.LoadMidiInstrument("P2-I3", 10, 2, 5, 36)),
-            "<midi-instrument id=\"P2-I3\"><midi-channel>10</midi-channel><midi-bank>2</midi-bank>"
-            "<midi-program>5</midi-program><midi-unpitched>36</midi-unpitched></midi-instrument>");
-  EXPECT_EQ(Flat(access.LoadMidiInstrument("P1-I2", -1, 0, 128, 0)),
-            "<midi-instrument id=\"P1-I2\"><midi-program>128</midi-program></midi-instrument>");
-}
-
 class FinaleChannelsTest : public testing::HostTest {
 protected:
   // The channel map of a device list; "name port channel" of each index asked for.
