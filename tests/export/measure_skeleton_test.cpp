@@ -350,6 +350,23 @@ TEST_F(MeasureSkeletonTest, FloatingTimePerPart) {
   EXPECT_EQ(b, (std::vector<std::string>{"(none)", "(none)", "2", "4"}));
 }
 
+TEST_F(MeasureSkeletonTest, TimeSymbolsByTheDocumentsOptions) {
+  struct Case {
+    int16_t Common, Cut;
+    std::string First, Second;
+  } cases[] = {{1, 0, "common", "(none)"}, {0, 1, "(none)", "cut"}, {0, 0, "(none)", "(none)"}};
+  for (const Case& c : cases) {
+    StartScore();
+    Builder.AddStaff({});
+    AddMeasures(2);
+    SetTime(2, 2, 2048);
+    SetRecord("Settings19", -2, 0, {{"AbbrCommon", c.Common}, {"AbbrCut", c.Cut}});
+    ExportOk();
+    EXPECT_EQ(Text(Measure(1, 1) + "/attributes/time/@symbol"), c.First);
+    EXPECT_EQ(Text(Measure(1, 2) + "/attributes/time/@symbol"), c.Second);
+  }
+}
+
 TEST_F(MeasureSkeletonTest, UnknownBeatFails) {
   Builder.AddStaff({});
   AddMeasures(2);

@@ -212,6 +212,15 @@ TEST_F(PartListTest, RangeCheckFollowsStaffStyles) {
          AssignStyle(2, 0, 1, 3, 4);
        },
        true},
+      {"the same style ending apart inside a measure",
+       [&] {
+         SetRecord("StaffStyle", 1, 0, {{"Mask1", 0x100}, {"Transposition", kTransposeBFlat}});
+         AssignStyle(1, 0, 1, 3, 4);
+         SetRecord(
+             "StaffStyleAssign", 2, 0,
+             {{"Style", 1}, {"StartMeas", 3}, {"StartEdu", 0}, {"EndMeas", 4}, {"EndEdu", 1023}});
+       },
+       false},
       {"a style that changes only the notation",
        [&] {
          SetRecord("StaffStyle", 1, 0, {{"Mask2", 0x1000}, {"AltFlag", 1}});
