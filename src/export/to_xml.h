@@ -26,6 +26,7 @@ public:
   ToXml() = default;
   ToXml(const ToXml&) = delete;
   ToXml& operator=(const ToXml&) = delete;
+  friend struct ToXmlTestAccess;
 
   // Set by the plug-in before Invoke.
   std::string FileName;

@@ -113,7 +113,12 @@ void ToXml::InitializeLocales() {
     FontLanguages.assign(kFontTableStep + 1, std::string());
     int16_t last = 0;
     FontName font;
-    for (int16_t number = 0; font.Load(number, 0); ++number) {
+    for (int16_t number = 0;; ++number) {
+      // A document may number its fonts from 1: only a gap after font 0 ends the walk.
+      if (!font.Load(number, 0)) {
+        if (number == 0) continue;
+        break;
+      }
       if (static_cast<size_t>(number) >= FontLocales.size()) {
         FontLocales.resize(FontLocales.size() + kFontTableStep, 0);
         FontLanguages.resize(FontLanguages.size() + kFontTableStep);

@@ -83,13 +83,16 @@ struct ToXml::SkeletonState {
 void ToXml::InitializeFreezeMusic() {
   Guarded("ToXml InitializeFreezeMusic error ", kInitializeFreezeMusicHandler, [&] {
     FreezeMusic frozen;
-    int16_t cmper = 0;
-    while (frozen.GetNext(cmper, 0)) {
+    int16_t cmper = 0, inci = 0;
+    // The walk goes on from the whole key of each record, so that a record of another
+    // incidence is not met again.
+    while (frozen.GetNext(cmper, inci)) {
       if (frozen.Cmper() > NumberOfMeasures) break;
-      SystemBreaks[frozen.Cmper()] = true;
+      if (frozen.Cmper() >= 1) SystemBreaks[frozen.Cmper()] = true;
       if (frozen.NextMeas > NumberOfMeasures) break;
       if (frozen.NextMeas >= 1) SystemBreaks[frozen.NextMeas] = true;
       cmper = frozen.Cmper();
+      inci = frozen.Inci();
     }
     // The first measure never starts a new system in the output.
     if (NumberOfMeasures >= 1) SystemBreaks[1] = false;

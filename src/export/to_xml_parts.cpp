@@ -57,6 +57,8 @@ struct ToXml::PartListState {
 void ToXml::InitializeParts() {
   Guarded("ToXml InitializeParts error ", kInitializePartsHandler, [&] {
     PartListState state;
+    // The channel map gives the instruments their channels and devices.
+    FinaleChannels_.Initialize();
     ReadSlots(state);
     ReadGroups(state);
     for (int16_t group = 1; group <= state.GroupCount(); ++group)
@@ -97,11 +99,13 @@ void ToXml::ReadGroups(PartListState& state) {
   state.Groups.resize(1);
   state.GroupFullName.resize(1);
   state.GroupAbbrevName.resize(1);
-  GroupSpec group;
-  group.FinaleVersion = FinaleVersion;
   int16_t previous = 0;
-  // The score's own groups have Cmper 0; those of part extractions follow them.
-  while (group.GetNext(0, previous) && group.Cmper() == 0) {
+  // The score's own groups have Cmper 0; those of part extractions follow them. Each group
+  // is a record object of its own: an object reads its name texts once.
+  for (;;) {
+    GroupSpec group;
+    group.FinaleVersion = FinaleVersion;
+    if (!group.GetNext(0, previous) || group.Cmper() != 0) break;
     state.GroupFullName.push_back(group.FullNameText());
     state.GroupAbbrevName.push_back(group.AbrvNameText());
     state.Groups.push_back(group);

@@ -69,8 +69,10 @@ xml::XmlNode ToXml::CreateStaffDetails(const XmlPart& part, int16_t staff) {
       return details;
     }
     details.appendChild(Element("staff-lines", std::to_string(part.Strings)));
+    // The part keeps the tuning of string I at index I - 1, as the fretted instrument does.
     for (int16_t string = part.Strings; string >= 1; --string) {
-      xml::XmlNode tuning = details.appendChild(CreateStaffTuning(part.StringTuning.at(string)));
+      xml::XmlNode tuning =
+          details.appendChild(CreateStaffTuning(part.StringTuning.at(string - 1)));
       tuning.setAttribute("line", std::to_string(part.Strings - string + 1));
     }
     if (part.Capo >= 1) details.appendChild(Element("capo", std::to_string(part.Capo)));
