@@ -91,6 +91,7 @@ void ToXml::Run() {
   SystemBreaks.assign(NumberOfMeasures + 1, false);
   int32_t jobSize = NumberOfMeasures * NumberOfStaves + NumberOfMeasures + NumberOfStaves;
   MassEdit_.StartEdit(0, jobSize);
+  FinaleChannels_.Initialize();
   ReadLayerPrefs();
   ReadDocumentDefaults();
   LoadBeamingOptions();

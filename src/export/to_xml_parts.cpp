@@ -57,8 +57,6 @@ struct ToXml::PartListState {
 void ToXml::InitializeParts() {
   Guarded("ToXml InitializeParts error ", kInitializePartsHandler, [&] {
     PartListState state;
-    // The channel map gives the instruments their channels and devices.
-    FinaleChannels_.Initialize();
     ReadSlots(state);
     ReadGroups(state);
     for (int16_t group = 1; group <= state.GroupCount(); ++group)

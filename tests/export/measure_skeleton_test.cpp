@@ -54,8 +54,9 @@ TEST_F(MeasureSkeletonTest, OneMeasureScore) {
     EXPECT_EQ(Text("part/measure/@number"), "1");
     EXPECT_EQ(Count("part/measure/print"), 0);
     EXPECT_EQ(Count("part/measure/attributes"), 1);
+    // The measure holds one whole rest: a division of one quarter is enough.
     EXPECT_EQ(FlatNode("part/measure/attributes"),
-              "<attributes><divisions>1024</divisions><key><fifths>0</fifths><mode>major</mode>"
+              "<attributes><divisions>1</divisions><key><fifths>0</fifths><mode>major</mode>"
               "</key><time><beats>4</beats><beat-type>4</beat-type></time><clef><sign>G</sign>"
               "<line>2</line></clef></attributes>");
     EXPECT_EQ(Count("part/measure/barline"), c.Barlines);
