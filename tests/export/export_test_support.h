@@ -32,6 +32,7 @@ struct ToXmlTestAccess {
     StartDocument(FtxFinaleVersion());
     Engine.NumberOfStaves = FtxCountInstruments(0, -1);
     Engine.NumberOfMeasures = static_cast<int16_t>(FtxCountItems(1));
+    Engine.FinaleChannels_.Initialize();
     Engine.InitializeParts();
   }
   xml::XmlNode Root() const { return Engine.root_; }
