@@ -114,6 +114,7 @@ void ToXml::Run() {
   CleanupInitialTempo();
   // The part objects hold elements of the tree that AddNewLines replaces; let it go.
   XmlParts.clear();
+  MeasureElements.clear();
   root_ = xml::XmlNode();
   AddNewLines(*document_);
   root_ = document_->documentElement();

@@ -148,6 +148,7 @@ private:
   // Per-staff working tables and display flags of the part about to be loaded.
   void InitializePartTables(XmlPart& part);
   void LoadMeasure(XmlPart& part);
+  xml::XmlNode MeasureElementOf(const XmlPart& part) const;
   void LoadStaff(MeasureState& state, XmlPart& part, int16_t staff);
   void ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff);
   void CountFrameLayers(MeasureState& state, int16_t measure);
@@ -256,9 +257,10 @@ private:
   int16_t NumberOfStaves = 0;
   int16_t NumberOfMeasures = 0;
   int16_t NumberOfParts = 0;
-  std::vector<std::unique_ptr<XmlPart>> XmlParts; // 1..NumberOfParts, index 0 unused
-  std::vector<bool> SystemBreaks;                 // 1..NumberOfMeasures, index 0 unused
-  std::vector<int32_t> FontLocales;               // from font 0
+  std::vector<std::unique_ptr<XmlPart>> XmlParts;         // 1..NumberOfParts, index 0 unused
+  std::vector<std::vector<xml::XmlNode>> MeasureElements; // by part and measure, from 1
+  std::vector<bool> SystemBreaks;                         // 1..NumberOfMeasures, index 0 unused
+  std::vector<int32_t> FontLocales;                       // from font 0
   std::vector<std::string> FontLanguages;
   std::array<LayerPrefs, 4> LayerPrefs_{};
   std::array<bool, 4> LayerCue{};

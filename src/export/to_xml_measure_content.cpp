@@ -179,12 +179,21 @@ void ToXml::LoadMeasure(XmlPart& part) {
   }
 }
 
+// The part's measure element of the current measure; the skeleton noted each one as it made
+// it, so no search of the part is needed.
+xml::XmlNode ToXml::MeasureElementOf(const XmlPart& part) const {
+  bool noted = part.Number >= 1 && part.Number < static_cast<int16_t>(MeasureElements.size()) &&
+               part.Measure >= 1 &&
+               part.Measure < static_cast<int16_t>(MeasureElements[part.Number].size());
+  if (noted) return MeasureElements[part.Number][part.Measure];
+  if (!part.Part()) return xml::XmlNode();
+  return part.Part().selectSingleNode("measure[" + std::to_string(part.Measure) + "]");
+}
+
 void ToXml::LoadStaff(MeasureState& state, XmlPart& part, int16_t staff) {
   state.Slot = static_cast<int16_t>(part.StartSlot + staff - 1);
   state.Instrument = FxSlotToInst(state.Slot, 0);
-  state.MeasureElement =
-      part.Part() ? part.Part().selectSingleNode("measure[" + std::to_string(part.Measure) + "]")
-                  : xml::XmlNode();
+  state.MeasureElement = MeasureElementOf(part);
   if (!state.MeasureElement)
     RaiseLogged("Cannot find XML measure " + std::to_string(part.Measure) + " in staff " +
                     std::to_string(state.Instrument),

@@ -103,6 +103,8 @@ void ToXml::InitializeMeasures() {
   Guarded("ToXml InitializeMeasures error ", kInitializeMeasuresHandler, [&] {
     SkeletonState state;
     state.Numbering.Initialize();
+    // Each part's measure elements by number, from 1.
+    MeasureElements.assign(NumberOfParts + 1, std::vector<xml::XmlNode>(1));
     size_t parts = NumberOfParts + 1;
     for (auto* table : {&state.PartKey, &state.PartBeats, &state.PartDivbeat, &state.PartInterval,
                         &state.PartKeySig, &state.PartKeyOptInterval})
@@ -128,6 +130,7 @@ void ToXml::InitializeMeasures() {
           RaiseAtPosition(index, head.NumberText, kInitializeMeasuresHandler);
         }
         part.Part().appendChild(element);
+        MeasureElements[index].push_back(element);
       }
       state.LastKey = head.Spec.Key;
       state.LastBeats = head.Beats;
