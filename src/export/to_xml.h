@@ -149,6 +149,7 @@ private:
   void InitializePartTables(XmlPart& part);
   void LoadMeasure(XmlPart& part);
   xml::XmlNode MeasureElementOf(const XmlPart& part) const;
+  void CheckLayerFits(const MeasureState& state, const XmlPart& part, int16_t staff);
   void LoadStaff(MeasureState& state, XmlPart& part, int16_t staff);
   void ReadHolderClefs(MeasureState& state, XmlPart& part, int16_t staff);
   void CountFrameLayers(MeasureState& state, int16_t measure);

@@ -16,6 +16,7 @@ namespace ostin {
 namespace {
 constexpr int32_t kLoadMeasureHandler = Code(0x80040345);
 constexpr int32_t kMissingMeasure = Code(0x80040495);
+constexpr int32_t kLayerOverrun = Code(0x8004029C);
 constexpr int32_t kInitializePartTablesHandler = Code(0x800402B1);
 constexpr int32_t kLoadEmptyMeasureHandler = Code(0x8004034B);
 constexpr int32_t kLoadMeasureItemHandler = Code(0x800404A8);
@@ -280,10 +281,23 @@ void ToXml::LoadLayer(MeasureState& state, XmlPart& part, int16_t staff, int16_t
   state.Frame.Load(0, state.Slot, part.Measure, layer, true);
   for (int16_t index = 1; index <= state.Frame.NumEntries; ++index)
     LoadLayerEntry(state, part, staff, index);
+  CheckLayerFits(state, part, staff);
   WriteClefsLeftOver(state, part, staff);
   for (BeamChain& chain : state.Chains)
     CloseBeamChain(chain, staff);
   state.Frame.Free();
+}
+
+// A frame whose entries run past the end of its measure contradicts the measure's time: the
+// voices of the part could not be lined up, so the export stops here.
+void ToXml::CheckLayerFits(const MeasureState& state, const XmlPart& part, int16_t staff) {
+  const int32_t length = FxGetMeasureDuration(state.Frame.Inst, part.Measure);
+  if (state.Voice1Position <= length) return;
+  RaiseLogged("ToXml LoadMeasure: the entries of layer " + std::to_string(state.Layer + 1) +
+                  " of staff " + std::to_string(staff) + " last " +
+                  std::to_string(state.Voice1Position) + " EDU in a measure of " +
+                  std::to_string(length),
+              kLayerOverrun);
 }
 
 void ToXml::LoadLayerEntry(MeasureState& state, XmlPart& part, int16_t staff, int16_t index) {
