@@ -17,6 +17,9 @@ constexpr int16_t kGroupBrace = 3;
 constexpr int16_t kGroupBracket = 2;
 constexpr int16_t kBackwardRepeatTimes = 0x0800;
 
+constexpr const char* kOwnComposer = "Ostin Light";
+constexpr const char* kOwnCopyright = "© 2026 Ostin Light";
+
 void AddMeasures(ScoreBuilder& score, int count, const MeasureOptions& options) {
   for (int i = 0; i < count; ++i)
     score.AddMeasure(options);
@@ -36,6 +39,7 @@ void AddEnding(ScoreBuilder& score, int16_t measure, int16_t pass, bool more) {
 // hand, a key change to G major behind a double bar and a change to 3/4.
 sim::Document PianoExample() {
   ScoreBuilder score = ScoreBuilder::FromDefaultDocument();
+  score.SetHeader({"Little Piano Piece in C", kOwnComposer, kOwnCopyright, 2026, 3, 7});
   Sound piano{"Acoustic Grand Piano", 1, 1};
   int16_t right = score.AddStaff({"", "", kTrebleClef, 0, piano});
   int16_t left = score.AddStaff({"", "", kBassClef, 0, piano});
@@ -88,6 +92,7 @@ sim::Document PianoExample() {
 // (concert pitch): the clarinet's part is written a major second higher, in G and C major.
 sim::Document TransposingExample() {
   ScoreBuilder score = ScoreBuilder::FromDefaultDocument();
+  score.SetHeader({"Duet for Flute and Clarinet", kOwnComposer, kOwnCopyright, 2026, 4, 18});
   int16_t flute = score.AddStaff({"Flute", "Fl.", kTrebleClef, 0, Sound{"Flute", 74, 1}});
   int16_t clarinet = score.AddStaff(
       {"Clarinet in Bb", "Cl.", kTrebleClef, kTransposeBFlat, Sound{"Clarinet", 72, 2}});
@@ -115,6 +120,7 @@ sim::Document TransposingExample() {
 // snare drum in the lower one, a crash cymbal at the end.
 sim::Document PercussionExample() {
   ScoreBuilder score = ScoreBuilder::FromDefaultDocument();
+  score.SetHeader({"Basic Rock Beat", "Traditional", "", 2026, 5, 2});
   int16_t drums =
       score.AddStaff({"Drum Set", "Dr.", kPercussionClef, 0, Sound{"Standard Drum Kit", 1, 10}});
   constexpr int16_t kXHead = 120; // x notehead of the percussion font
@@ -144,6 +150,7 @@ sim::Document PercussionExample() {
 // three measures and a closing repeat played three times.
 sim::Document RepeatsExample() {
   ScoreBuilder score = ScoreBuilder::FromDefaultDocument();
+  score.SetHeader({"Fiddle Tune in D", kOwnComposer, kOwnCopyright, 2026, 10, 9});
   int16_t violin = score.AddStaff({"Violin", "Vln.", kTrebleClef, 0, Sound{"Violin", 41, 1}});
   score.AddMeasure({kDMajor, kFourFour, {}, kNormalBarline | kForwardRepeat});
   score.AddMeasure({kDMajor, kFourFour, {}, kNormalBarline});
@@ -184,6 +191,7 @@ sim::Document RepeatsExample() {
 // full measure, and ends on a two-beat measure that completes it.
 sim::Document PickupExample() {
   ScoreBuilder score = ScoreBuilder::FromDefaultDocument();
+  score.SetHeader({"Song in A Minor", kOwnComposer, kOwnCopyright, 2026, 11, 21});
   int16_t voice = score.AddStaff({"Oboe", "Ob.", kTrebleClef, 0, Sound{"Oboe", 69, 1}});
   score.AddMeasure({kAMinor, {1, kQuarter}, kThreeFour, kNormalBarline});
   AddMeasures(score, 3, {kAMinor, kThreeFour, {}, kNormalBarline});

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "host/frames/frame_bits.h"
+#include "platform/code_page.h"
 #include "sim/host.h"
 
 namespace ostin::tools {
@@ -26,10 +27,10 @@ constexpr const char* kPercussionFont = "Maestro Percussion";
 
 // Records that describe staves, measures and music: the builder starts them afresh.
 constexpr const char* kScoreRecords[] = {
-    "StaffSpec",          "InstrumentUsed",    "MeasureSpec",       "Gfhold",
-    "ClefElement",        "GroupSpec",         "TextBlock",         "Orchestra",
-    "OrchestraText",      "PatchList",         "MidiPatch",         "DrumStaff",
-    "PercussionMapTitle", "PercussionNoteDef", "PercussionNoteName"};
+    "StaffSpec",          "InstrumentUsed",    "MeasureSpec",        "Gfhold",
+    "ClefElement",        "GroupSpec",         "TextBlock",          "Orchestra",
+    "OrchestraText",      "PatchList",         "MidiPatch",          "DrumStaff",
+    "PercussionMapTitle", "PercussionNoteDef", "PercussionNoteName", "Header"};
 
 // Tonic step by fifths mod 7, major and minor; place of each step in the order of sharps
 // F C G D A E B and of flats B E A D G C F.
@@ -164,7 +165,27 @@ void ScoreBuilder::SetBlock(std::string_view className, sim::RecordKey key, cons
 
 void ScoreBuilder::SetText(std::string_view className, sim::RecordKey key, const char* field,
                            const std::string& text) {
-  Row(className, key)[FieldOf(className, field)].Text = text;
+  Row(className, key)[FieldOf(className, field)].Text = Utf8ToHost(text);
+}
+
+void ScoreBuilder::SetHeader(const HeaderSpec& header) {
+  static constexpr int kMonthDays[12] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  bool leap = header.Year % 4 == 0 && (header.Year % 100 != 0 || header.Year % 400 == 0);
+  bool valid = header.Year >= 1 && header.Year <= 9999 && header.Month >= 1 && header.Month <= 12 &&
+               header.Day >= 1 &&
+               header.Day <= kMonthDays[header.Month - 1] - (header.Month == 2 && !leap);
+  if (!valid)
+    throw BuildError("header date " + std::to_string(header.Year) + "-" +
+                     std::to_string(header.Month) + "-" + std::to_string(header.Day) +
+                     ": not a day of a year from 1 to 9999");
+  sim::RecordKey key{};
+  Set("Header", key,
+      {{"ModifiedYear", header.Year},
+       {"ModifiedMonth", header.Month},
+       {"ModifiedDay", header.Day}});
+  SetText("Header", key, "Title", header.Title);
+  SetText("Header", key, "Composer", header.Composer);
+  SetText("Header", key, "UserCopyright", header.Copyright);
 }
 
 int16_t ScoreBuilder::AddNameText(const std::string& text) {

@@ -134,9 +134,17 @@ struct DrumNote {
   std::string Name;
 };
 
+// The header of a saved document: title, composer, copyright line and the day of its last
+// change. A document that was never saved has none.
+struct HeaderSpec {
+  std::string Title, Composer, Copyright;
+  int16_t Year = 0, Month = 0, Day = 0;
+};
+
 class ScoreBuilder {
 public:
-  // Keeps the fonts and preferences of the base document and drops its staves and music.
+  // Keeps the fonts and preferences of the base document and drops its header, staves and
+  // music.
   explicit ScoreBuilder(sim::Document base);
   // A builder over the host's default document for a new score.
   static ScoreBuilder FromDefaultDocument();
@@ -146,6 +154,9 @@ public:
   void MakePercussionStaff(int16_t staff, const std::string& title,
                            const std::vector<DrumNote>& drums);
   void AddGroup(const GroupOptions& options);
+  // Writes the document's header, as saving it would; throws BuildError for a date that is
+  // no day of a year from 1 to 9999.
+  void SetHeader(const HeaderSpec& header);
   int16_t AddMeasure(const MeasureOptions& options);
 
   // The entries of a layer (0 to 3) of a staff in a measure; pitches are sounding pitches.
@@ -162,6 +173,7 @@ public:
            std::initializer_list<std::pair<const char*, int32_t>> fields);
   void SetBlock(std::string_view className, sim::RecordKey key, const char* field,
                 std::vector<int32_t> values);
+  // The text in UTF-8; the record keeps it in the host's code page.
   void SetText(std::string_view className, sim::RecordKey key, const char* field,
                const std::string& text);
   // A text block of a name; its number.

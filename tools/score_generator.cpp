@@ -33,6 +33,8 @@ constexpr StaffLook kLooks[] = {
 constexpr int kRange = 5; // steps the melody may stray from the middle
 constexpr int kStavesPerGroup = 4;
 constexpr int kGroupBracket = 2;
+// The fixed day of the last change written into the header, so that output stays the same.
+constexpr int16_t kHeaderYear = 2026, kHeaderMonth = 1, kHeaderDay = 15;
 
 KeySig KeyOfMeasure(int measure) {
   return kKeys[(measure - 1) / kMeasuresPerKey % std::size(kKeys)];
@@ -47,6 +49,9 @@ public:
       : size_(size), rng_(size.Seed), score_(ScoreBuilder::FromDefaultDocument()) {}
 
   sim::Document Run() {
+    score_.SetHeader(
+        {"Generated score " + std::to_string(size_.Staves) + " x " + std::to_string(size_.Measures),
+         "Ostin Light", "", kHeaderYear, kHeaderMonth, kHeaderDay});
     AddStaves();
     AddMeasures();
     for (int16_t measure = 1; measure <= size_.Measures; ++measure)

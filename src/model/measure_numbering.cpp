@@ -35,7 +35,10 @@ void XmlMeasNumbering::Initialize() {
 
 std::string XmlMeasNumbering::Generated() {
   ++implicitCount_;
-  return "X" + std::to_string(implicitCount_);
+  // Appended, not "X" + number: GCC 12 at -O3 flags that form with a false -Wrestrict.
+  std::string number = "X";
+  number += std::to_string(implicitCount_);
+  return number;
 }
 
 void XmlMeasNumbering::NextMeasure(std::string& thisNumber, bool& implicit) {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <sys/wait.h>
 
 #include "../support/host_test.h"
+#include "host/handmade_records.h"
 #include "score_check.h"
 #include "tools/examples.h"
 
@@ -130,11 +132,40 @@ TEST_F(ExamplesTest, OstinExportsEachExample) {
     std::string command = "cd '" + Root.string() + "' && LANG=C '" + std::string(OSTIN_BIN_DIR) +
                           "/ostin' export '" + ExamplePath(example.FileName) +
                           "' -o out.xml --yes </dev/null >out.txt 2>err.txt";
+    std::filesystem::remove(Path("out.xml")); // no question about replacing it
     int status = std::system(command.c_str());
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
         << example.FileName << ": " << Read(Path("err.txt"));
-    EXPECT_NE(Read(Path("out.xml")).find("<score-partwise"), std::string::npos) << example.FileName;
+    std::string xml = Read(Path("out.xml"));
+    EXPECT_NE(xml.find("<score-partwise"), std::string::npos) << example.FileName;
+    // Each example is a saved document: its header goes out and no question is asked.
+    HostSim().Open(example.Make());
+    Header header;
+    ASSERT_TRUE(header.Load()) << example.FileName;
+    EXPECT_NE(xml.find("<movement-title>" + header.Title + "</movement-title>"), std::string::npos)
+        << example.FileName;
+    EXPECT_NE(xml.find("<creator type=\"composer\">" + header.Composer + "</creator>"),
+              std::string::npos)
+        << example.FileName;
+    if (header.UserCopyright.empty())
+      EXPECT_EQ(xml.find("<rights>"), std::string::npos) << example.FileName;
+    else
+      EXPECT_NE(xml.find("<rights>" + header.UserCopyright + "</rights>"), std::string::npos)
+          << example.FileName;
+    EXPECT_EQ(xml.find("<encoding-date>0000-00-00"), std::string::npos) << example.FileName;
+    EXPECT_EQ(Read(Path("err.txt")), "") << example.FileName;
   }
+  // The shipped files keep the copyright sign, and a traditional piece has no copyright.
+  OpenData("examples/piano.json");
+  Header piano;
+  ASSERT_TRUE(piano.Load());
+  EXPECT_EQ(piano.UserCopyright, "© 2026 Ostin Light");
+  EXPECT_EQ(piano.ModifiedMonth * 100 + piano.ModifiedDay, 307);
+  OpenData("examples/percussion.json");
+  Header percussion;
+  ASSERT_TRUE(percussion.Load());
+  EXPECT_EQ(percussion.Composer, "Traditional");
+  EXPECT_EQ(percussion.UserCopyright, "");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include "../support/host_test.h"
+#include "host/handmade_records.h"
 #include "score_check.h"
 #include "tools/score_builder.h"
 #include "tools/score_generator.h"
@@ -128,6 +129,21 @@ TEST_F(ScoreBuilderTest, RefusesScoresThatDoNotAddUp) {
          s.SetLayer(1, 1, 0, {Rest(kHalf), launch, two, two});
        },
        "voice two runs past the end of the measure"},
+      {"February 29 of 2026",
+       [](ScoreBuilder& s) {
+         s.SetHeader({"T", "C", "", 2026, 2, 29});
+       },
+       "header date 2026-2-29: not a day"},
+      {"month 13",
+       [](ScoreBuilder& s) {
+         s.SetHeader({"T", "C", "", 2026, 13, 1});
+       },
+       "header date 2026-13-1"},
+      {"year 0",
+       [](ScoreBuilder& s) {
+         s.SetHeader({"T", "C", "", 0, 1, 1});
+       },
+       "header date 0-1-1"},
       {"unknown field",
        [](ScoreBuilder& s) {
          s.Set("MeasureSpec", {1, 0, 0}, {{"Nope", 1}});
@@ -147,6 +163,32 @@ TEST_F(ScoreBuilderTest, RefusesScoresThatDoNotAddUp) {
           << c.Name << ": " << e.what();
     }
   }
+}
+
+// The header reads back through the bridge as saved, non-ASCII text included; a built score
+// without one has none, even over a base document that had one.
+TEST_F(ScoreBuilderTest, HeaderReadsBackAsSaved) {
+  ScoreBuilder score(sim::Document::LoadFile(DataFile("sample.json")));
+  score.AddStaff({});
+  score.AddMeasure({});
+  HostSim().Open(score.Build());
+  EXPECT_FALSE(Header().Load()) << "the base document's header is kept";
+
+  score.SetHeader({"Étude", "Traditional", "© 2024 Somebody", 2024, 2, 29});
+  HostSim().Open(score.Build());
+  Header header;
+  ASSERT_TRUE(header.Load());
+  EXPECT_EQ(header.Title, "Étude");
+  EXPECT_EQ(header.Composer, "Traditional");
+  EXPECT_EQ(header.UserCopyright, "© 2024 Somebody");
+  EXPECT_EQ(header.ModifiedYear * 10000 + header.ModifiedMonth * 100 + header.ModifiedDay,
+            20240229);
+
+  Header generated;
+  HostSim().Open(GenerateScore({3, 5, 1}));
+  ASSERT_TRUE(generated.Load());
+  EXPECT_EQ(generated.Title, "Generated score 3 x 5");
+  EXPECT_EQ(generated.UserCopyright, "");
 }
 
 TEST_F(ScoreBuilderTest, GeneratedScoresAddUpAndHoldTheirMusic) {
