@@ -40,6 +40,7 @@ struct NoteFacts {
   int Dots = 0;
   bool TieStart = false;
   bool TieStop = false;
+  bool TiedDiffers = false; // the `tied` notations are not those of the `tie` elements
   int Voice = 0; // host: 1 + layer + 4 in voice two (0 for a measure rest); export: `voice`
 
   std::string Text() const {
@@ -54,6 +55,7 @@ struct NoteFacts {
     text += std::string(static_cast<size_t>(Dots), '.');
     if (TieStop) text += " tie-stop";
     if (TieStart) text += " tie-start";
+    if (TiedDiffers) text += " tied-differs";
     return text;
   }
 };
@@ -223,6 +225,10 @@ private:
     facts.Dots = note.selectNodes("dot").length();
     facts.TieStart = static_cast<bool>(note.selectSingleNode("tie[@type='start']"));
     facts.TieStop = static_cast<bool>(note.selectSingleNode("tie[@type='stop']"));
+    facts.TiedDiffers =
+        facts.TieStart !=
+            static_cast<bool>(note.selectSingleNode("notations/tied[@type='start']")) ||
+        facts.TieStop != static_cast<bool>(note.selectSingleNode("notations/tied[@type='stop']"));
     facts.Voice = Number(note, "voice", 0);
     return facts;
   }
