@@ -108,6 +108,7 @@ TEST_F(EntriesTest, StemsDotsAndAccidentals) {
   Fill(2, {Made(1024, kNote | kEfSplitStem, {0}), Made(1024, kNote | kEfSplitStem, {0, 4}),
            Made(4096, kNote, {2}), Made(1536, kNote, {4}, kNoteAccidentalShown),
            Made(768, kRest, {6})});
+  SetBeats(2, 9); // room for all five entries
   HostSim().Doc().Frames.Frames[2][1].Notes[1].Flag |= kNoteSplitStemUp;
   HostSim().Doc().Frames.Frames[2][3].Notes[0].Alteration = 1;
   HostSim().Doc().Frames.Frames[2][3].Notes[0].Flag |= kNoteAccidentalParentheses;
