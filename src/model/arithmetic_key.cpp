@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "host/record_places.h"
 #include "host/records.h"
 #include "model/arithmetic_numbers.h"
 #include "model/arithmetic_pitch.h"
@@ -125,10 +126,16 @@ xml::XmlNode CreateKeyNonLinear(int16_t keyNumber, const xml::XmlDocument& docum
     if (format.Load(keyNumber, 0) &&
         (format.Chromatic != kTwelveToneChromatic || format.Diatonic != kTwelveToneDiatonic))
       return xml::XmlNode();
+    // A key number without its accidentals names no key at all.
     AccidentalAmount amounts;
-    amounts.MustLoad(keyNumber, 0);
+    if (!amounts.Load(keyNumber, 0))
+      RaiseLogged("CreateKeyNonLinear: key " + std::to_string(keyNumber) + " has no accidentals",
+                  kAccidentalAmountPlaces.Load);
     AccidentalOrder order;
-    order.MustLoad(keyNumber, 0);
+    if (!order.Load(keyNumber, 0))
+      RaiseLogged("CreateKeyNonLinear: key " + std::to_string(keyNumber) +
+                      " has no order of accidentals",
+                  kAccidentalOrderPlaces.Load);
     xml::XmlNode key = document.createElement("key");
     bool paired = false;
     for (int i = 1; i <= kAccidentalSlots; ++i) {
