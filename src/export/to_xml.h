@@ -39,7 +39,6 @@ public:
 
   // Puts a line break between each two adjacent tags and reloads the text.
   static void AddNewLines(xml::XmlDocument& document);
-  static void BreakBetweenTags(const xml::XmlDocument& document, const xml::XmlNode& element);
   // The document type text that a new export tree starts from.
   static std::string DocumentTypeText(bool partwise, const std::string& systemIdentifier);
 

@@ -46,7 +46,20 @@ std::optional<double> ChildNumber(const xml::XmlNode& element, const std::string
 }
 
 int32_t DotsOf(const xml::XmlNode& note) {
-  return note.selectNodes("dot").length();
+  int32_t dots = 0;
+  for (xml::XmlNode child = note.firstChild(); child; child = child.nextSibling())
+    if (child.nodeType() == xml::NODE_ELEMENT && child.nodeName() == "dot") ++dots;
+  return dots;
+}
+
+// The part's elements of that name whose parent has the given name, in document order.
+std::vector<xml::XmlNode> ElementsUnder(const xml::XmlNode& part, const std::string& name,
+                                        const std::string& parent) {
+  std::vector<xml::XmlNode> found;
+  xml::XmlNodeList list = part.getElementsByTagName(name);
+  for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
+    if (parent.empty() || node.parentNode().nodeName() == parent) found.push_back(node);
+  return found;
 }
 
 // The written length of a tuplet note: its type with dots, else its duration; 0 for neither.
@@ -75,14 +88,15 @@ struct DurationUnit {
   int32_t Factor = 1;
 
   void Find(const xml::XmlNode& part) {
-    xml::XmlNodeList plain = part.selectNodes("measure/note[not(time-modification)]");
-    for (xml::XmlNode note = plain.nextNode(); note; note = plain.nextNode())
-      if (const auto duration = ChildNumber(note, "duration"))
-        Smallest = std::min(Smallest, static_cast<int32_t>(*duration));
-    xml::XmlNodeList tuplets = part.selectNodes("measure/note[time-modification]");
-    for (xml::XmlNode note = tuplets.nextNode(); note; note = tuplets.nextNode()) {
+    // The notes of the measures, plain ones and tuplet ones, walked once.
+    for (const xml::XmlNode& note : ElementsUnder(part, "note", "measure")) {
+      const xml::XmlNode modification = ChildElement(note, "time-modification");
+      if (!modification) {
+        if (const auto duration = ChildNumber(note, "duration"))
+          Smallest = std::min(Smallest, static_cast<int32_t>(*duration));
+        continue;
+      }
       if (const auto written = WrittenLength(note)) Smallest = std::min(Smallest, *written);
-      const xml::XmlNode modification = note.selectSingleNode("time-modification");
       const auto actual = ChildNumber(modification, "actual-notes");
       if (actual && static_cast<int32_t>(*actual) != 0)
         Factor = std::lcm(Factor, static_cast<int32_t>(*actual));
@@ -101,7 +115,7 @@ struct DurationUnit {
 // A duration in the part's unit; tuplet notes from their written value, exactly.
 int32_t NewDuration(const DurationUnit& unit, const xml::XmlNode& duration) {
   const xml::XmlNode note = duration.parentNode();
-  const xml::XmlNode modification = note.selectSingleNode("time-modification");
+  const xml::XmlNode modification = ChildElement(note, "time-modification");
   const auto type = ChildText(note, "type");
   if (!modification || !type) return unit.Value(NumericValue(duration.text()).value_or(0));
   const double normal = ChildNumber(modification, "normal-notes").value_or(1);
@@ -135,15 +149,13 @@ void ToXml::ConvertDurations(XmlPart& part) {
       unit.Smallest = kOffsetUnit;
     const std::string divisions = std::to_string(unit.Value(kQuarter));
 
-    xml::XmlNodeList list = partElement.selectNodes("measure/attributes/divisions");
-    for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
+    for (const xml::XmlNode& node : ElementsUnder(partElement, "divisions", "attributes"))
       ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(divisions); });
-    list = partElement.selectNodes(".//sound[@divisions]");
+    xml::XmlNodeList list = partElement.selectNodes(".//sound[@divisions]");
     for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
       ReplaceByChangedCopy(node,
                            [&](xml::XmlNode& copy) { copy.setAttribute("divisions", divisions); });
-    list = partElement.selectNodes("measure//duration");
-    for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode()) {
+    for (const xml::XmlNode& node : ElementsUnder(partElement, "duration", "")) {
       const std::string value = std::to_string(NewDuration(unit, node));
       ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(value); });
     }

@@ -47,8 +47,16 @@ std::string TrimmedLower(std::string_view text) {
   return result;
 }
 
+xml::XmlNode ChildElement(const xml::XmlNode& element, std::string_view name) {
+  for (xml::XmlNode child = element.firstChild(); child; child = child.nextSibling())
+    if (child.nodeType() == xml::NODE_ELEMENT && child.nodeName() == name) return child;
+  return {};
+}
+
 std::optional<std::string> ChildText(const xml::XmlNode& element, const std::string& name) {
-  xml::XmlNode child = element.selectSingleNode(name);
+  // A plain name is found among the children directly; a path goes through XPath.
+  const bool plain = name.find_first_of("/[@:*|.()") == std::string::npos;
+  xml::XmlNode child = plain ? ChildElement(element, name) : element.selectSingleNode(name);
   if (!child) return std::nullopt;
   return child.text();
 }

@@ -22,6 +22,9 @@ int16_t Integer16(std::string_view text);
 // A text without blanks around it, in lower case.
 std::string TrimmedLower(std::string_view text);
 
+// The first child element of that name, or an empty node.
+xml::XmlNode ChildElement(const xml::XmlNode& element, std::string_view name);
+
 // The text of the first child element of that name, or nothing when there is none.
 std::optional<std::string> ChildText(const xml::XmlNode& element, const std::string& name);
 

@@ -1,6 +1,7 @@
 // The voice state of a part: the import map of voices on staves and layers, and the
 // renumbering of the voices that export wrote.
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -138,20 +139,20 @@ void XmlPart::AssignVoices() {
 void XmlPart::OptimizeVoices() {
   Guarded("XmlPart OptimizeVoices error ", kOptimizeVoicesFailed, [&] {
     if (!part_ || Voices < 1) return;
-    // All lists first, so that a voice renumbered to a later number isn't met again.
-    std::vector<xml::XmlNodeList> lists;
-    for (int16_t v = 1; v <= MaxVoices; ++v)
-      if (GetVoicesUsed(v))
-        lists.push_back(part_.selectNodes(".//voice[. = '" + std::to_string(v) + "']"));
+    // New numbers of the used voices, counted without gaps; taken before any is changed, so
+    // that a voice renumbered to a later number isn't met again.
+    std::map<std::string, std::string> renumbered;
     int16_t counter = 0;
-    for (xml::XmlNodeList& list : lists) {
-      ++counter;
-      for (int32_t i = 0; i < list.length(); ++i) {
-        xml::XmlNode voice = list.item(i);
-        xml::XmlNode renumbered = voice.cloneNode(false);
-        renumbered.text(std::to_string(counter));
-        voice.parentNode().replaceChild(renumbered, voice);
-      }
+    for (int16_t v = 1; v <= MaxVoices; ++v)
+      if (GetVoicesUsed(v)) renumbered[std::to_string(v)] = std::to_string(++counter);
+    xml::XmlNodeList voices = part_.getElementsByTagName("voice");
+    for (xml::XmlNode voice = voices.nextNode(); voice; voice = voices.nextNode()) {
+      auto found = renumbered.find(voice.text());
+      // A voice that keeps its number stays as it is.
+      if (found == renumbered.end() || found->first == found->second) continue;
+      xml::XmlNode copy = voice.cloneNode(false);
+      copy.text(found->second);
+      voice.parentNode().replaceChild(copy, voice);
     }
   });
 }

@@ -86,6 +86,10 @@ XmlNode XmlDocument::createElement(const std::string& name) const {
   return Wrap(element);
 }
 
+void XmlDocument::setBreakBetweenTags(bool on) {
+  tree_->breakBetweenTags = on;
+}
+
 XmlNode XmlDocument::createTextNode(const std::string& text) const {
   xmlNodePtr node = xmlNewDocText(tree_->doc, Xml(text));
   if (!node) Fail("Out of memory.");

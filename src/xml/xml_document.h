@@ -31,6 +31,9 @@ public:
   bool validateOnParse = true;
   bool resolveExternals = true;
   bool preserveWhiteSpace = false;
+  // This service's own: from now on the document serialises with a line break wherever one
+  // tag directly follows another, as if "\r\n" stood between them in the tree.
+  void setBreakBetweenTags(bool on);
   // Only ("SelectionLanguage", "XPath") is accepted.
   void setProperty(const std::string& name, const std::string& value);
 

@@ -86,8 +86,10 @@ void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
   }
   out += '>';
   for (const xmlNode* child = element->children; child; child = child->next) {
+    if (tree.breakBetweenTags && out.back() == '>' && child->type != XML_TEXT_NODE) out += kLineEnd;
     Write(out, tree, child);
   }
+  if (tree.breakBetweenTags && out.back() == '>') out += kLineEnd;
   out += "</";
   out += name;
   out += '>';

@@ -32,6 +32,7 @@ struct Tree {
   const xmlNode* doctype = nullptr; // the node doctypeText stands for
   std::size_t sizeHint = 0;         // the loaded text's length, to reserve when serialising
   std::vector<xmlNodePtr> detached;
+  bool breakBetweenTags = false; // serialise a line break wherever two tags meet
   xmlXPathContextPtr xpath = nullptr;
   std::unordered_map<std::string, xmlXPathCompExprPtr> compiled;
 };
