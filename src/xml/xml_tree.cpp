@@ -1,5 +1,6 @@
 #include "xml/xml_tree.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -72,7 +73,10 @@ void WriteNamespaces(std::string& out, const xmlNs* ns) {
 void Write(std::string& out, const Tree& tree, const xmlNode* node);
 
 void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
-  const std::string name = QualifiedName(element);
+  // Most elements have no prefix: their name is written as it stands, without a copy.
+  const std::string prefixed = element->ns && element->ns->prefix ? QualifiedName(element) : "";
+  const std::string_view name = prefixed.empty() ? std::string_view(Chars(element->name))
+                                                 : std::string_view(prefixed);
   out += '<';
   out += name;
   WriteNamespaces(out, element->nsDef);
@@ -179,6 +183,11 @@ xmlXPathCompExprPtr Tree::Compiled(const std::string& expression) {
   }
   compiled.emplace(expression, expr);
   return expr;
+}
+
+void Tree::Compact() {
+  std::erase_if(detached, [](xmlNodePtr node) { return node->parent != nullptr; });
+  compactAt = std::max<std::size_t>(1024, detached.size() * 2);
 }
 
 Tree::~Tree() {

@@ -20,7 +20,13 @@ struct Tree {
   // Holds a node that is outside the tree (created, cloned or removed) until the tree dies.
   // Nodes are never freed before the tree, so the list is read safely at its end: those
   // still without a parent then are freed with their subtrees, the rest with the document.
-  void Keep(xmlNodePtr node) { detached.push_back(node); }
+  void Keep(xmlNodePtr node) {
+    detached.push_back(node);
+    if (detached.size() >= compactAt) Compact();
+  }
+  // Drops the nodes that have found a parent since, so the list stays the size of what is
+  // really loose.
+  void Compact();
   // The document's one XPath context and the compiled form of an expression, both kept for
   // the life of the tree: making them anew for every query costs more than the query itself.
   xmlXPathContextPtr XPathContext();
@@ -32,6 +38,7 @@ struct Tree {
   const xmlNode* doctype = nullptr; // the node doctypeText stands for
   std::size_t sizeHint = 0;         // the loaded text's length, to reserve when serialising
   std::vector<xmlNodePtr> detached;
+  std::size_t compactAt = 1024;
   bool breakBetweenTags = false; // serialise a line break wherever two tags meet
   xmlXPathContextPtr xpath = nullptr;
   std::unordered_map<std::string, xmlXPathCompExprPtr> compiled;
