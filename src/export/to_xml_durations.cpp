@@ -46,19 +46,17 @@ std::optional<double> ChildNumber(const xml::XmlNode& element, const std::string
 }
 
 int32_t DotsOf(const xml::XmlNode& note) {
-  int32_t dots = 0;
-  for (xml::XmlNode child = note.firstChild(); child; child = child.nextSibling())
-    if (child.nodeType() == xml::NODE_ELEMENT && child.nodeName() == "dot") ++dots;
-  return dots;
+  return note.selectNodes("dot").length();
 }
 
-// The part's elements of that name whose parent has the given name, in document order.
-std::vector<xml::XmlNode> ElementsUnder(const xml::XmlNode& part, const std::string& name,
-                                        const std::string& parent) {
+// The part's elements of that name, in document order. In a part, note elements stand only in
+// measures and divisions elements only in their attributes, so no path is needed.
+std::vector<xml::XmlNode> ElementsOf(const xml::XmlNode& part, const std::string& name) {
   std::vector<xml::XmlNode> found;
   xml::XmlNodeList list = part.getElementsByTagName(name);
+  found.reserve(static_cast<std::size_t>(list.length()));
   for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
-    if (parent.empty() || node.parentNode().nodeName() == parent) found.push_back(node);
+    found.push_back(node);
   return found;
 }
 
@@ -89,7 +87,7 @@ struct DurationUnit {
 
   void Find(const xml::XmlNode& part) {
     // The notes of the measures, plain ones and tuplet ones, walked once.
-    for (const xml::XmlNode& note : ElementsUnder(part, "note", "measure")) {
+    for (const xml::XmlNode& note : ElementsOf(part, "note")) {
       const xml::XmlNode modification = ChildElement(note, "time-modification");
       if (!modification) {
         if (const auto duration = ChildNumber(note, "duration"))
@@ -149,13 +147,13 @@ void ToXml::ConvertDurations(XmlPart& part) {
       unit.Smallest = kOffsetUnit;
     const std::string divisions = std::to_string(unit.Value(kQuarter));
 
-    for (const xml::XmlNode& node : ElementsUnder(partElement, "divisions", "attributes"))
+    for (const xml::XmlNode& node : ElementsOf(partElement, "divisions"))
       ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(divisions); });
     xml::XmlNodeList list = partElement.selectNodes(".//sound[@divisions]");
     for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
       ReplaceByChangedCopy(node,
                            [&](xml::XmlNode& copy) { copy.setAttribute("divisions", divisions); });
-    for (const xml::XmlNode& node : ElementsUnder(partElement, "duration", "")) {
+    for (const xml::XmlNode& node : ElementsOf(partElement, "duration")) {
       const std::string value = std::to_string(NewDuration(unit, node));
       ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(value); });
     }

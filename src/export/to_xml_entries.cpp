@@ -245,7 +245,7 @@ xml::XmlNode ToXml::LoadOneNote(EntryContext& context, Note& note, int16_t index
   AddNoteType(context, note, element, grace, cue, notehead);
 
   if (flag & kNoteAccidentalShown) {
-    const xml::XmlNode alter = pitch ? pitch.selectSingleNode("alter") : xml::XmlNode();
+    const xml::XmlNode alter = pitch ? ChildElement(pitch, "alter") : xml::XmlNode();
     const int16_t alterValue = alter ? ChildNumber16(pitch, "alter") : int16_t{0};
     bool quarterTone = false;
     xml::XmlNode accidental =
@@ -354,7 +354,7 @@ void ToXml::AddNoteNotations(EntryContext& context, Note& note, xml::XmlNode ele
   }
   // Tuplets and entry shapes come with their own stage.
   if (WavyLineOpen.at(context.Staff)) {
-    xml::XmlNode ornaments = notations.selectSingleNode("ornaments");
+    xml::XmlNode ornaments = ChildElement(notations, "ornaments");
     if (!ornaments) ornaments = notations.appendChild(Element("ornaments"));
     xml::XmlNode wavy = Element("wavy-line");
     wavy.setAttribute("type", "continue");
@@ -520,7 +520,7 @@ xml::XmlNode ToXml::CreatePercussionInstrument(int16_t key, XmlPart& part) {
 
 xml::XmlNode ToXml::StartOfTie(xml::XmlNode note) {
   return Guarded("ToXml StartOfTie error ", kStartOfTieHandler, [&] {
-    const xml::XmlNode pitch = note.selectSingleNode("pitch");
+    const xml::XmlNode pitch = ChildElement(note, "pitch");
     if (!pitch) return xml::XmlNode();
     const uint8_t midi = MidiNote(pitch);
     std::string query = "note[tie]";
@@ -534,7 +534,7 @@ xml::XmlNode ToXml::StartOfTie(xml::XmlNode note) {
       const xml::XmlNodeList candidates = where.selectNodes(query);
       for (int32_t i = candidates.length() - 1; i >= 0; --i) {
         const xml::XmlNode candidate = candidates.item(i);
-        const xml::XmlNode candidatePitch = candidate.selectSingleNode("pitch");
+        const xml::XmlNode candidatePitch = ChildElement(candidate, "pitch");
         if (!candidatePitch || MidiNote(candidatePitch) != midi) continue;
         if (candidate.selectSingleNode("tie[@type='start']")) return candidate;
         return xml::XmlNode(); // the same pitch ends a tie here: no start to find

@@ -415,7 +415,7 @@ void ToXml::LinkBeams(MeasureState& state, Entry& entry, int16_t staff) {
     int16_t dots = 0;
     if (duration) ParseDuration(static_cast<int32_t>(*duration), type, dots);
   } else {
-    isRest = static_cast<bool>(element.selectSingleNode("rest"));
+    isRest = static_cast<bool>(ChildElement(element, "rest"));
     type = ChildText(element, "type").value_or("");
   }
   const int16_t levels = LevelsOf(type);
@@ -641,7 +641,7 @@ xml::XmlNode ToXml::LoadEmptyMeasure(xml::XmlNode measure, XmlPart& part, int16_
 
 void ToXml::AddClef(xml::XmlNode measure, xml::XmlNode clef, int16_t number) {
   Guarded("ToXml AddClef error ", kAddClefHandler, [&] {
-    xml::XmlNode attributes = measure.selectSingleNode("attributes");
+    xml::XmlNode attributes = ChildElement(measure, "attributes");
     if (attributes && !IsOpening(attributes)) attributes = {};
     if (!attributes) {
       attributes = Element("attributes");
@@ -662,8 +662,8 @@ void ToXml::AddClef(xml::XmlNode measure, xml::XmlNode clef, int16_t number) {
 
 void ToXml::AddBeams(xml::XmlNode element, int16_t previous, int16_t thisLevels, int16_t next) {
   Guarded("ToXml AddBeams error ", kAddBeamsHandler, [&] {
-    if (!element || element.nodeName() != "note" || element.selectSingleNode("rest") ||
-        element.selectSingleNode("beam"))
+    if (!element || element.nodeName() != "note" || ChildElement(element, "rest") ||
+        ChildElement(element, "beam"))
       return;
     bool written = false;
     if (thisLevels != 0 && (previous != 0 || next != 0))
@@ -677,13 +677,13 @@ void ToXml::AddBeams(xml::XmlNode element, int16_t previous, int16_t thisLevels,
       }
     if (written || !GraceAlwaysSlash) return;
     // The attribute is set in place, so that the chains that hold the note keep it.
-    if (const xml::XmlNode grace = element.selectSingleNode("grace"))
+    if (const xml::XmlNode grace = ChildElement(element, "grace"))
       grace.setAttribute("slash", "yes");
   });
 }
 
 void ToXml::AddNotations(xml::XmlNode note, xml::XmlNode notations) {
-  note.insertBefore(notations, note.selectSingleNode("lyric"));
+  note.insertBefore(notations, ChildElement(note, "lyric"));
 }
 
 void ToXml::InsertBeforeFirstOf(xml::XmlNode parent, xml::XmlNode child,

@@ -48,9 +48,7 @@ std::string TrimmedLower(std::string_view text) {
 }
 
 xml::XmlNode ChildElement(const xml::XmlNode& element, std::string_view name) {
-  for (xml::XmlNode child = element.firstChild(); child; child = child.nextSibling())
-    if (child.nodeType() == xml::NODE_ELEMENT && child.nodeName() == name) return child;
-  return {};
+  return element.firstChildElement(name);
 }
 
 std::optional<std::string> ChildText(const xml::XmlNode& element, const std::string& name) {

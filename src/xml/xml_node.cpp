@@ -34,10 +34,18 @@ std::vector<xmlNodePtr> Children(const xmlNode* node) {
   return children;
 }
 
+// Whether the node's qualified name is that name; an unprefixed name is compared in place.
+bool NameIs(const xmlNode* node, std::string_view name) {
+  const bool prefixed = (node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE) &&
+                        node->ns && node->ns->prefix;
+  if (prefixed) return detail::QualifiedName(node) == name;
+  return node->name && name == reinterpret_cast<const char*>(node->name);
+}
+
 void CollectElements(xmlNodePtr node, const std::string& name, std::vector<xmlNodePtr>& found) {
   for (xmlNodePtr child = node->children; child; child = child->next) {
     if (!IsElement(child)) continue;
-    if (name == "*" || detail::QualifiedName(child) == name) found.push_back(child);
+    if (name == "*" || NameIs(child, name)) found.push_back(child);
     CollectElements(child, name, found);
   }
 }
@@ -52,6 +60,12 @@ xmlAttrPtr FindAttribute(const xmlNode* element, const std::string& name) {
 
 // Replaces the children of an element or attribute by one text node (none for empty text).
 void ReplaceChildren(detail::Tree& tree, xmlNodePtr node, const std::string& text) {
+  // One text child takes the new text itself, which spares a node for each change.
+  xmlNodePtr only = node->children;
+  if (only && !only->next && only->type == XML_TEXT_NODE && !text.empty()) {
+    xmlNodeSetContent(only, Xml(text));
+    return;
+  }
   while (xmlNodePtr child = node->children) {
     xmlUnlinkNode(child);
     tree.Keep(child);
@@ -311,6 +325,12 @@ void XmlNode::setAttribute(const std::string& name, const std::string& value) co
 
 XmlNode XmlNode::getAttributeNode(const std::string& name) const {
   return Wrap(reinterpret_cast<xmlNodePtr>(FindAttribute(Get(), name)));
+}
+
+XmlNode XmlNode::firstChildElement(std::string_view name) const {
+  for (xmlNodePtr child = Get()->children; child; child = child->next)
+    if (IsElement(child) && NameIs(child, name)) return Wrap(child);
+  return XmlNode();
 }
 
 XmlNodeList XmlNode::getElementsByTagName(const std::string& name) const {

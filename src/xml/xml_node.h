@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct _xmlNode;
@@ -78,6 +79,9 @@ public:
   void setAttribute(const std::string& name, const std::string& value) const;
   XmlNode getAttributeNode(const std::string& name) const;         // empty when absent
   XmlNodeList getElementsByTagName(const std::string& name) const; // "*" for all
+  // This service's own: the first child element of that name, or an empty node; what
+  // selectSingleNode(name) finds, without an XPath evaluation.
+  XmlNode firstChildElement(std::string_view name) const;
 
 protected:
   _xmlNode* Get() const; // the node, or failure 91 for an empty handle

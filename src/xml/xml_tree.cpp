@@ -75,8 +75,8 @@ void Write(std::string& out, const Tree& tree, const xmlNode* node);
 void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
   // Most elements have no prefix: their name is written as it stands, without a copy.
   const std::string prefixed = element->ns && element->ns->prefix ? QualifiedName(element) : "";
-  const std::string_view name = prefixed.empty() ? std::string_view(Chars(element->name))
-                                                 : std::string_view(prefixed);
+  const std::string_view name =
+      prefixed.empty() ? std::string_view(Chars(element->name)) : std::string_view(prefixed);
   out += '<';
   out += name;
   WriteNamespaces(out, element->nsDef);
