@@ -49,16 +49,31 @@ int32_t DotsOf(const xml::XmlNode& note) {
   return note.selectNodes("dot").length();
 }
 
-// The part's elements of that name, in document order. In a part, note elements stand only in
-// measures and divisions elements only in their attributes, so no path is needed.
-std::vector<xml::XmlNode> ElementsOf(const xml::XmlNode& part, const std::string& name) {
-  std::vector<xml::XmlNode> found;
-  xml::XmlNodeList list = part.getElementsByTagName(name);
-  found.reserve(static_cast<std::size_t>(list.length()));
-  for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
-    found.push_back(node);
-  return found;
-}
+// The elements a part's durations are read from and written to, found in one walk of the
+// part. In a part, note elements stand only in measures and divisions elements only in their
+// attributes, so no path is needed.
+struct DurationElements {
+  std::vector<xml::XmlNode> Notes, Divisions, Durations, Sounds, Offsets;
+
+  explicit DurationElements(const xml::XmlNode& part) {
+    auto lists = part.getElementsByTagNames({"note", "divisions", "duration", "sound", "offset"});
+    Notes = Nodes(lists[0]);
+    Divisions = Nodes(lists[1]);
+    Durations = Nodes(lists[2]);
+    for (const xml::XmlNode& sound : Nodes(lists[3]))
+      if (sound.getAttributeNode("divisions")) Sounds.push_back(sound);
+    for (const xml::XmlNode& offset : Nodes(lists[4]))
+      if (offset.parentNode().nodeName() == "direction") Offsets.push_back(offset);
+  }
+
+  static std::vector<xml::XmlNode> Nodes(xml::XmlNodeList& list) {
+    std::vector<xml::XmlNode> nodes;
+    nodes.reserve(static_cast<std::size_t>(list.length()));
+    for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
+      nodes.push_back(node);
+    return nodes;
+  }
+};
 
 // The written length of a tuplet note: its type with dots, else its duration; 0 for neither.
 std::optional<int32_t> WrittenLength(const xml::XmlNode& note) {
@@ -73,21 +88,13 @@ int32_t WithoutTwos(int32_t value) {
   return value;
 }
 
-// The node replaced by a deep copy of itself that the change is made on.
-template <class Change> void ReplaceByChangedCopy(const xml::XmlNode& node, Change change) {
-  xml::XmlNode copy = node.cloneNode(true);
-  change(copy);
-  node.parentNode().replaceChild(copy, node);
-}
-
 // The unit a part is rewritten in: the smallest length counted and the tuplet factor.
 struct DurationUnit {
   int32_t Smallest = kQuarter;
   int32_t Factor = 1;
 
-  void Find(const xml::XmlNode& part) {
-    // The notes of the measures, plain ones and tuplet ones, walked once.
-    for (const xml::XmlNode& note : ElementsOf(part, "note")) {
+  void Find(const std::vector<xml::XmlNode>& notes) {
+    for (const xml::XmlNode& note : notes) {
       const xml::XmlNode modification = ChildElement(note, "time-modification");
       if (!modification) {
         if (const auto duration = ChildNumber(note, "duration"))
@@ -139,33 +146,30 @@ void ToXml::ConvertDurations(XmlPart& part) {
   Guarded("ToXml ConvertDurations error ", kConvertDurationsHandler, [&] {
     const xml::XmlNode partElement = part.Part();
     if (!partElement) return;
+    const DurationElements elements(partElement);
     DurationUnit unit;
-    unit.Find(partElement);
+    unit.Find(elements.Notes);
     if (!unit.Usable()) return;
-    xml::XmlNodeList offsets = partElement.selectNodes(".//direction/offset");
-    if (unit.Smallest > kOffsetUnit && unit.Factor < 8 && offsets.length() > 0)
+    if (unit.Smallest > kOffsetUnit && unit.Factor < 8 && !elements.Offsets.empty())
       unit.Smallest = kOffsetUnit;
+    // Each value is changed in its own node: a changed copy put in its place would give the
+    // same tree.
     const std::string divisions = std::to_string(unit.Value(kQuarter));
-
-    for (const xml::XmlNode& node : ElementsOf(partElement, "divisions"))
-      ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(divisions); });
-    xml::XmlNodeList list = partElement.selectNodes(".//sound[@divisions]");
-    for (xml::XmlNode node = list.nextNode(); node; node = list.nextNode())
-      ReplaceByChangedCopy(node,
-                           [&](xml::XmlNode& copy) { copy.setAttribute("divisions", divisions); });
-    for (const xml::XmlNode& node : ElementsOf(partElement, "duration")) {
-      const std::string value = std::to_string(NewDuration(unit, node));
-      ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(value); });
-    }
-    for (xml::XmlNode node = offsets.nextNode(); node; node = offsets.nextNode()) {
+    for (const xml::XmlNode& node : elements.Divisions)
+      node.text(divisions);
+    for (const xml::XmlNode& node : elements.Sounds)
+      node.setAttribute("divisions", divisions);
+    for (const xml::XmlNode& node : elements.Durations)
+      node.text(std::to_string(NewDuration(unit, node)));
+    for (const xml::XmlNode& node : elements.Offsets) {
       const auto edu = NumericValue(node.text());
       if (!edu) continue;
       const int32_t value = unit.Value(*edu);
       if (value == 0) {
         node.parentNode().removeChild(node);
-        continue;
+      } else {
+        node.text(std::to_string(value));
       }
-      ReplaceByChangedCopy(node, [&](xml::XmlNode& copy) { copy.text(std::to_string(value)); });
     }
   });
 }

@@ -91,7 +91,7 @@ void XmlDocument::setBreakBetweenTags(bool on) {
 }
 
 XmlNode XmlDocument::createTextNode(const std::string& text) const {
-  xmlNodePtr node = xmlNewDocText(tree_->doc, Xml(text));
+  xmlNodePtr node = detail::NewText(tree_->doc, text);
   if (!node) Fail("Out of memory.");
   tree_->Keep(node);
   return Wrap(node);

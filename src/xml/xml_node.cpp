@@ -42,11 +42,15 @@ bool NameIs(const xmlNode* node, std::string_view name) {
   return node->name && name == reinterpret_cast<const char*>(node->name);
 }
 
-void CollectElements(xmlNodePtr node, const std::string& name, std::vector<xmlNodePtr>& found) {
+// Each descendant element goes to the list of every name it matches ("*" matches all).
+void CollectElements(xmlNodePtr node, const std::vector<std::string>& names,
+                     std::vector<std::vector<xmlNodePtr>>& found) {
   for (xmlNodePtr child = node->children; child; child = child->next) {
     if (!IsElement(child)) continue;
-    if (name == "*" || NameIs(child, name)) found.push_back(child);
-    CollectElements(child, name, found);
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (names[i] == "*" || NameIs(child, names[i])) found[i].push_back(child);
+    }
+    CollectElements(child, names, found);
   }
 }
 
@@ -63,14 +67,14 @@ void ReplaceChildren(detail::Tree& tree, xmlNodePtr node, const std::string& tex
   // One text child takes the new text itself, which spares a node for each change.
   xmlNodePtr only = node->children;
   if (only && !only->next && only->type == XML_TEXT_NODE && !text.empty()) {
-    xmlNodeSetContent(only, Xml(text));
+    detail::SetText(only, text);
     return;
   }
   while (xmlNodePtr child = node->children) {
     xmlUnlinkNode(child);
     tree.Keep(child);
   }
-  if (!text.empty()) detail::Link(node, xmlNewDocText(node->doc, Xml(text)), nullptr);
+  if (!text.empty()) detail::Link(node, detail::NewText(node->doc, text), nullptr);
 }
 
 std::vector<xmlNodePtr> Evaluate(detail::Tree& tree, xmlNodePtr context,
@@ -334,10 +338,19 @@ XmlNode XmlNode::firstChildElement(std::string_view name) const {
 }
 
 XmlNodeList XmlNode::getElementsByTagName(const std::string& name) const {
-  std::vector<xmlNodePtr> found;
+  return std::move(getElementsByTagNames({name}).front());
+}
+
+std::vector<XmlNodeList>
+XmlNode::getElementsByTagNames(const std::vector<std::string>& names) const {
+  std::vector<std::vector<xmlNodePtr>> found(names.size());
   xmlNodePtr node = Get();
-  if (IsElement(node) || node->type == XML_DOCUMENT_NODE) CollectElements(node, name, found);
-  return ListOf(std::move(found));
+  if (IsElement(node) || node->type == XML_DOCUMENT_NODE) CollectElements(node, names, found);
+  std::vector<XmlNodeList> lists;
+  lists.reserve(names.size());
+  for (auto& nodes : found)
+    lists.push_back(ListOf(std::move(nodes)));
+  return lists;
 }
 
 XmlNodeList::XmlNodeList(std::shared_ptr<detail::Tree> tree, std::vector<xmlNodePtr> nodes)

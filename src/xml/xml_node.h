@@ -79,6 +79,8 @@ public:
   void setAttribute(const std::string& name, const std::string& value) const;
   XmlNode getAttributeNode(const std::string& name) const;         // empty when absent
   XmlNodeList getElementsByTagName(const std::string& name) const; // "*" for all
+  // This service's own: getElementsByTagName for each name, from one walk of the subtree.
+  std::vector<XmlNodeList> getElementsByTagNames(const std::vector<std::string>& names) const;
   // This service's own: the first child element of that name, or an empty node; what
   // selectSingleNode(name) finds, without an XPath evaluation.
   XmlNode firstChildElement(std::string_view name) const;

@@ -1,6 +1,7 @@
 #include "xml/xml_tree.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -241,6 +242,30 @@ void Link(xmlNodePtr parent, xmlNodePtr node, xmlNodePtr before) {
   } else {
     parent->last = node;
   }
+}
+
+// libxml2's compact form, as its parser makes it: a text shorter than two pointers lives in
+// the node's unused attribute and namespace fields, which spares one allocation per text.
+void SetText(xmlNodePtr node, const std::string& text) {
+  auto* inside = reinterpret_cast<xmlChar*>(&node->properties);
+  const bool owned = node->content && node->content != inside &&
+                     !(node->doc && node->doc->dict && xmlDictOwns(node->doc->dict, node->content));
+  if (owned) xmlFree(node->content);
+  node->properties = nullptr;
+  node->nsDef = nullptr;
+  if (text.size() < 2 * sizeof(void*)) {
+    std::memcpy(inside, text.c_str(), text.size() + 1);
+    node->content = inside;
+  } else {
+    node->content =
+        xmlStrndup(reinterpret_cast<const xmlChar*>(text.data()), static_cast<int>(text.size()));
+  }
+}
+
+xmlNodePtr NewText(xmlDocPtr doc, const std::string& text) {
+  xmlNodePtr node = xmlNewDocText(doc, nullptr);
+  if (node) SetText(node, text);
+  return node;
 }
 
 void ForgetOrder(xmlNodePtr node) {

@@ -52,6 +52,10 @@ std::string QualifiedName(const xmlNode* node);
 std::string TextOf(const xmlNode* node);
 // Puts a detached node under parent, before `before` (at the end when null), never merging text.
 void Link(xmlNodePtr parent, xmlNodePtr node, xmlNodePtr before);
+// A new text node of the document; short texts are stored inside the node itself.
+xmlNodePtr NewText(xmlDocPtr doc, const std::string& text);
+// Gives a text node new content, stored the same way.
+void SetText(xmlNodePtr node, const std::string& text);
 // Drops the XPath document-order numbers of a subtree that has moved.
 void ForgetOrder(xmlNodePtr node);
 // The node in the service's serialised form.
