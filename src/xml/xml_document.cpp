@@ -67,7 +67,10 @@ bool XmlDocument::loadXML(const std::string& text) {
 }
 
 void XmlDocument::save(const std::string& path) const {
-  detail::ReplaceFile(path, xml());
+  // Serialised straight into the file: a large score is never held as one string.
+  detail::ReplaceFile(path, [&](const detail::ContentWriter& write) {
+    detail::Serialize(*tree_, reinterpret_cast<xmlNodePtr>(tree_->doc), write);
+  });
 }
 
 XmlNode XmlDocument::documentElement() const {

@@ -113,6 +113,11 @@ int ReadWholeFile(const std::string& path, std::string& content) {
 }
 
 void ReplaceFile(const std::string& path, std::string_view content) {
+  ReplaceFile(path, [&](const ContentWriter& write) { write(content); });
+}
+
+void ReplaceFile(const std::string& path,
+                 const std::function<void(const ContentWriter&)>& produce) {
   struct stat target {};
   const bool exists = stat(path.c_str(), &target) == 0;
   if (!exists && errno != ENOENT) FailForErrno(errno);
@@ -124,7 +129,7 @@ void ReplaceFile(const std::string& path, std::string_view content) {
   if (stat(folder.c_str(), &place) != 0) FailForErrno(errno);
   if (!S_ISDIR(place.st_mode)) FailForErrno(ENOTDIR);
   TemporaryFile temporary(folder, NameOf(path));
-  temporary.Write(content);
+  produce([&](std::string_view piece) { temporary.Write(piece); });
   if (exists) fchmod(temporary.fd(), target.st_mode & 07777);
   temporary.Replace(path);
 }

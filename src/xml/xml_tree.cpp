@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -16,7 +17,30 @@ const char* Chars(const xmlChar* text) {
 }
 
 // Writes character data; a line feed is written as CR LF, as MSXML writes line ends.
-void AppendLines(std::string& out, const xmlChar* text) {
+// Serialised text on its way out: kept whole, or handed on in pieces once it has grown, so a
+// large document is never held as one string.
+struct Output {
+  static constexpr std::size_t kPiece = 1 << 20;
+
+  std::string text;
+  const std::function<void(std::string_view)>* pass = nullptr; // null: the text is kept whole
+  char passedLast = 0;
+
+  template <class Piece> Output& operator+=(const Piece& piece) {
+    text += piece;
+    return *this;
+  }
+  char back() const { return text.empty() ? passedLast : text.back(); }
+  // Hands on what has gathered once it makes a piece.
+  void PassOn() {
+    if (!pass || text.size() < kPiece) return;
+    passedLast = text.back();
+    (*pass)(text);
+    text.clear();
+  }
+};
+
+void AppendLines(Output& out, const xmlChar* text) {
   char previous = 0;
   for (const char* c = Chars(text); *c; previous = *c++) {
     if (*c == '\n' && previous != '\r') out += '\r';
@@ -24,7 +48,7 @@ void AppendLines(std::string& out, const xmlChar* text) {
   }
 }
 
-void AppendEscaped(std::string& out, const xmlChar* text, bool attribute) {
+void AppendEscaped(Output& out, const xmlChar* text, bool attribute) {
   char previous = 0;
   for (const char* c = Chars(text); *c; previous = *c++) {
     if (*c == '&') {
@@ -53,7 +77,7 @@ void AppendText(std::string& out, const xmlNode* node) {
   }
 }
 
-void WriteAttribute(std::string& out, const xmlNode* attr) {
+void WriteAttribute(Output& out, const xmlNode* attr) {
   out += QualifiedName(attr);
   out += "=\"";
   for (const xmlNode* child = attr->children; child; child = child->next) {
@@ -62,7 +86,7 @@ void WriteAttribute(std::string& out, const xmlNode* attr) {
   out += '"';
 }
 
-void WriteNamespaces(std::string& out, const xmlNs* ns) {
+void WriteNamespaces(Output& out, const xmlNs* ns) {
   for (; ns; ns = ns->next) {
     out += ns->prefix ? std::string(" xmlns:") + Chars(ns->prefix) : std::string(" xmlns");
     out += "=\"";
@@ -71,9 +95,9 @@ void WriteNamespaces(std::string& out, const xmlNs* ns) {
   }
 }
 
-void Write(std::string& out, const Tree& tree, const xmlNode* node);
+void Write(Output& out, const Tree& tree, const xmlNode* node);
 
-void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
+void WriteElement(Output& out, const Tree& tree, const xmlNode* element) {
   // Most elements have no prefix: their name is written as it stands, without a copy.
   const std::string prefixed = element->ns && element->ns->prefix ? QualifiedName(element) : "";
   const std::string_view name =
@@ -98,16 +122,17 @@ void WriteElement(std::string& out, const Tree& tree, const xmlNode* element) {
   out += "</";
   out += name;
   out += '>';
+  out.PassOn();
 }
 
 // A doctype the loaded text did not give, in libxml2's own form.
-void WriteDumpedDoctype(std::string& out, const xmlNode* node) {
+void WriteDumpedDoctype(Output& out, const xmlNode* node) {
   std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), xmlBufferFree);
   xmlNodeDump(buffer.get(), node->doc, const_cast<xmlNode*>(node), 0, 0);
   out += Chars(xmlBufferContent(buffer.get()));
 }
 
-void WriteDocument(std::string& out, const Tree& tree, const xmlNode* document) {
+void WriteDocument(Output& out, const Tree& tree, const xmlNode* document) {
   if (!document->children) return;
   if (!tree.declaration.empty()) out += tree.declaration + kLineEnd;
   for (const xmlNode* child = document->children; child; child = child->next) {
@@ -116,7 +141,7 @@ void WriteDocument(std::string& out, const Tree& tree, const xmlNode* document) 
   }
 }
 
-void Write(std::string& out, const Tree& tree, const xmlNode* node) {
+void Write(Output& out, const Tree& tree, const xmlNode* node) {
   switch (node->type) {
   case XML_ELEMENT_NODE:
     return WriteElement(out, tree, node);
@@ -276,10 +301,19 @@ void ForgetOrder(xmlNodePtr node) {
 }
 
 std::string Serialize(const Tree& tree, const xmlNode* node) {
-  std::string out;
-  if (node->type == XML_DOCUMENT_NODE) out.reserve(tree.sizeHint + tree.sizeHint / 8);
+  Output out;
+  if (node->type == XML_DOCUMENT_NODE) out.text.reserve(tree.sizeHint + tree.sizeHint / 8);
   Write(out, tree, node);
-  return out;
+  return std::move(out.text);
+}
+
+void Serialize(const Tree& tree, const xmlNode* node,
+               const std::function<void(std::string_view)>& pass) {
+  Output out;
+  out.pass = &pass;
+  out.text.reserve(Output::kPiece + Output::kPiece / 8);
+  Write(out, tree, node);
+  if (!out.text.empty()) pass(out.text);
 }
 
 } // namespace ostin::xml::detail

@@ -4,7 +4,9 @@
 #include <libxml/xpath.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -60,5 +62,8 @@ void SetText(xmlNodePtr node, const std::string& text);
 void ForgetOrder(xmlNodePtr node);
 // The node in the service's serialised form.
 std::string Serialize(const Tree& tree, const xmlNode* node);
+// The same text handed to pass in pieces, in order.
+void Serialize(const Tree& tree, const xmlNode* node,
+               const std::function<void(std::string_view)>& pass);
 
 } // namespace ostin::xml::detail

@@ -89,6 +89,17 @@ TEST(XmlNode, ReadsAndWritesText) {
   EXPECT_FALSE(p1.hasChildNodes());
   m2.firstChild().text("z");
   EXPECT_EQ(m2.xml(), "<m n=\"2\">z<!--c--></m>");
+  // Texts of every length in turn, short ones stored inside the node, and their copies.
+  const std::string lengths[] = {
+      "1", std::string(15, 'a'), std::string(16, 'b'), "", "22", std::string(40, 'c'), "3"};
+  for (const std::string& value : lengths) {
+    p1.text(value);
+    const XmlNode text = doc->createTextNode(value);
+    EXPECT_EQ(p1.text(), value);
+    EXPECT_EQ(p1.cloneNode(true).text(), value);
+    EXPECT_EQ(text.text(), value);
+    EXPECT_EQ(doc->selectNodes("/r/p[1][. = '" + value + "']").length(), 1);
+  }
 }
 
 struct TypeCase {
@@ -224,6 +235,11 @@ TEST(XmlNodeList, IsASnapshotWithACursor) {
   EXPECT_EQ(list.length(), 6);
   EXPECT_EQ(list.item(4), p2);
   EXPECT_EQ(doc->getElementsByTagName("m").length(), 2);
+  std::vector<XmlNodeList> lists = doc->getElementsByTagNames({"m", "p", "*", "q"});
+  EXPECT_EQ(Names(lists[0]), "m1,m2");
+  EXPECT_EQ(Names(lists[1]), "p1");
+  EXPECT_EQ(Names(lists[2]), "r,p1,m1,m2");
+  EXPECT_EQ(lists[3].length(), 0);
 }
 
 TEST(XmlNode, TextNodesStaySeparateAndNodesOutliveTheirDocument) {
