@@ -199,7 +199,8 @@ struct ParserContextFree {
 };
 
 int OptionsFor(const ParseSettings& settings, bool validate) {
-  int options = XML_PARSE_NONET | XML_PARSE_NOENT;
+  // Compact: short texts are kept inside their nodes, as the service's own texts are.
+  int options = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_COMPACT;
   if (settings.resolveExternals) options |= XML_PARSE_DTDLOAD;
   if (validate) options |= XML_PARSE_DTDVALID;
   return options;
