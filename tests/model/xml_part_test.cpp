@@ -2,86 +2,54 @@
 // the time signature of a measure that is shorter or longer than the one stated.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include "../support/host_test.h"
-#include "../xml/xml_test_support.h"
 #include "host/records.h"
 #include "host/text/fonts.h"
 #include "model/xml_part.h"
+#include "model_test.h"
 
 namespace ostin {
 namespace {
 
-using testing::HostTest;
-using xml::test_support::Loaded;
-using xml::test_support::Raised;
+using namespace model_test;
 
-class XmlPartTest : public HostTest {
+class XmlPartTest : public ModelTest {
 protected:
-  void SetUp() override {
-    HostTest::SetUp();
-    OpenData("sample.json");
-  }
-
-  // A key element built from its children's text.
-  static xml::XmlNode KeyElement(const std::string& children) {
-    return Loaded("<key>" + children + "</key>")->documentElement();
-  }
+  XmlPartTest() : ModelTest("sample.json") {}
 };
 
-TEST_F(XmlPartTest, PartAndScorePartFindEachOtherById) {
-  auto doc = Loaded("<score-partwise><part-list><score-part id='P1'/><score-part id='P2'/>"
-                    "</part-list><part id='P1'/><part id='P2'/></score-partwise>");
-  const auto root = doc->documentElement();
-  XmlPart fromPart;
-  fromPart.SetPart(root.selectSingleNode("part[@id='P2']"));
-  EXPECT_EQ(fromPart.ScorePart(), root.selectSingleNode("part-list/score-part[@id='P2']"));
-  EXPECT_EQ(fromPart.Id(), "P2");
-  XmlPart fromScorePart;
-  fromScorePart.SetScorePart(root.selectSingleNode("part-list/score-part[@id='P1']"));
-  EXPECT_EQ(fromScorePart.Part(), root.selectSingleNode("part[@id='P1']"));
-}
-
-TEST_F(XmlPartTest, TonicLettersByFifthsAndMode) {
-  struct Case {
-    int16_t Fifths;
-    bool Minor;
-    std::string Tonic;
-  } cases[] = {{0, false, "C"}, {0, true, "A"},  {-3, false, "E"},  {-3, true, "C"},
-               {7, false, "C"}, {14, true, "A"}, {-14, false, "C"}, {6, false, "F"},
-               {15, false, ""}, {-15, true, ""}};
-  for (const Case& c : cases)
-    EXPECT_EQ(XmlPart::GetTonic(c.Fifths, c.Minor), c.Tonic) << c.Fifths << " " << c.Minor;
-}
-
-TEST_F(XmlPartTest, AlterationOfStepsInTraditionalKeys) {
-  struct Case {
-    int16_t Fifths;
-    std::string Step;
-    int16_t Alter;
-  } cases[] = {{8, "F", 2},  {8, "C", 1},   {1, "F", 1},   {1, "C", 0},
-               {0, "F", 0},  {-8, "B", -2}, {-8, "E", -1}, {-1, "B", -1},
-               {-1, "E", 0}, {7, "B", 1},   {-7, "F", -1}, {14, "B", 2}};
-  for (const Case& c : cases) {
+TEST(XmlPartKeys, TonicsAndAlterationsOfKeys) {
+  // Fifths, minor; then the tonic, empty beyond 14 fifths.
+  // clang-format off
+  const std::vector<std::tuple<int16_t, bool, std::string>> tonics = {
+      {0, false, "C"}, {0, true, "A"}, {-3, false, "E"}, {-3, true, "C"}, {7, false, "C"},
+      {14, true, "A"}, {-14, false, "C"}, {6, false, "F"}, {15, false, ""}, {-15, true, ""}};
+  const std::vector<std::tuple<int16_t, std::string, int16_t>> alterations = {
+      {8, "F", 2}, {8, "C", 1}, {1, "F", 1}, {1, "C", 0}, {0, "F", 0}, {-8, "B", -2},
+      {-8, "E", -1}, {-1, "B", -1}, {-1, "E", 0}, {7, "B", 1}, {-7, "F", -1}, {14, "B", 2}};
+  // clang-format on
+  for (const auto& [fifths, minor, tonic] : tonics)
+    EXPECT_EQ(XmlPart::GetTonic(fifths, minor), tonic) << fifths << " " << minor;
+  for (const auto& [fifths, step, alter] : alterations) {
     XmlPart part;
-    part.SetKey(KeyElement("<fifths>" + std::to_string(c.Fifths) + "</fifths>"));
-    EXPECT_EQ(part.KeySignatureAlter(c.Step), c.Alter) << c.Fifths << " " << c.Step;
+    part.SetKey(Element("<key><fifths>" + std::to_string(fifths) + "</fifths></key>"));
+    EXPECT_EQ(part.KeySignatureAlter(step), alter) << fifths << " " << step;
   }
-}
-
-TEST_F(XmlPartTest, NonTraditionalKeyReadsItsOwnSteps) {
+  // A non-traditional key reads its own steps; the measure has no tone center.
   XmlPart part;
   part.Measure = 1;
-  part.SetKey(KeyElement("<key-step>D</key-step><key-alter>-1</key-alter>"
-                         "<key-step>G</key-step><key-alter>1</key-alter>"));
+  part.SetKey(Element("<key><key-step>D</key-step><key-alter>-1</key-alter>"
+                      "<key-step>G</key-step><key-alter>1</key-alter></key>"));
   EXPECT_TRUE(part.NonLinear);
-  EXPECT_EQ(part.Tonic, "C") << "the measure has no tone center";
-  EXPECT_EQ(part.KeySignatureAlter("D"), -1);
-  EXPECT_EQ(part.KeySignatureAlter("G"), 1);
-  EXPECT_EQ(part.KeySignatureAlter("A"), 0);
+  EXPECT_EQ(part.Tonic, "C");
+  EXPECT_EQ(
+      V(part.KeySignatureAlter("D"), part.KeySignatureAlter("G"), part.KeySignatureAlter("A")),
+      V(-1, 1, 0));
 }
 
 // Key-based packing: alteration in bits 0-5, interval in bits 6-11, 0x4000 simplifies.
@@ -89,119 +57,92 @@ int16_t KeyBased(int interval, int alter, bool simplify) {
   return static_cast<int16_t>((alter & 63) | ((interval & 63) << 6) | (simplify ? 0x4000 : 0));
 }
 
-TEST_F(XmlPartTest, TranspositionSetsTheOctaveOfTheTonic) {
-  struct Case {
-    int16_t Value;
-    int16_t FinaleKey;
-    std::string Tonic;
-    int16_t OptInterval, Octave;
-  } cases[] = {
+TEST(XmlPartKeys, TranspositionSetsTheOctaveOfTheTonic) {
+  // Packed value, the key, tonic; then the interval and octave.
+  const std::vector<std::tuple<int16_t, int16_t, std::string, int16_t, int16_t>> cases = {
       {KeyBased(1, 2, false), 0, "C", 1, 5},     // B flat instrument
       {KeyBased(1, 2, true), 6, "C", 2, 5},      // six sharps plus two wraps
       {KeyBased(1, 2, true), 0, "D", 1, 4},      // D less one step stays in the octave
       {KeyBased(-5, -1, false), 0, "C", -5, 4},  // F instrument sounds lower
       {KeyBased(-9, -1, false), 0, "C", -9, 3},  // an octave further
       {KeyBased(1, 2, true), 0x4001, "C", 1, 5}, // a non-linear key is not simplified
-      {static_cast<int16_t>(0x2000 | 0x0102), 0, "C", 0, 4},
-  };
-  for (const Case& c : cases) {
+      {static_cast<int16_t>(0x2000 | 0x0102), 0, "C", 0, 4}};
+  for (const auto& [value, key, tonic, interval, octave] : cases) {
     XmlPart part;
-    part.SetFinaleKey(c.FinaleKey);
-    part.Tonic = c.Tonic;
-    part.InitializeTransposition(c.Value);
-    EXPECT_EQ(part.TransposeKeyOptInterval, c.OptInterval) << c.Value;
-    EXPECT_EQ(part.Octave, c.Octave) << c.Value;
-    EXPECT_EQ(part.TransposeKeyOptKeySig, part.TransposeKeySig) << c.Value;
+    part.SetFinaleKey(key);
+    part.Tonic = tonic;
+    part.InitializeTransposition(value);
+    EXPECT_EQ(V(part.TransposeKeyOptInterval, part.Octave, part.TransposeKeyOptKeySig),
+              V(interval, octave, part.TransposeKeySig))
+        << value;
   }
-}
-
-TEST_F(XmlPartTest, TransposeElementPacksAndMovesTheOctave) {
+  // A transpose element packs as the staff style's value; an octave change moves it on.
   XmlPart part;
   part.Tonic = "C";
-  auto doc = Loaded("<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic></transpose>");
-  const int16_t value = part.SetTransposeStaffStyle(doc->documentElement());
+  const int16_t value = part.SetTransposeStaffStyle(
+      Element("<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic></transpose>"));
   EXPECT_EQ(value, static_cast<int16_t>((part.TransposeKeySig & 63) |
                                         ((part.TransposeInterval * 64) & 0xFC0)));
-  EXPECT_EQ(part.TransposeKeyOptInterval, 1);
-  EXPECT_EQ(part.Octave, 5);
-  auto octave = Loaded("<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic>"
-                       "<octave-change>-1</octave-change></transpose>");
-  part.SetTranspose(octave->documentElement());
-  EXPECT_EQ(part.TransposeKeyOptInterval, 8);
-  EXPECT_EQ(part.Octave, 6);
+  EXPECT_EQ(V(part.TransposeKeyOptInterval, part.Octave), V(1, 5));
+  part.SetTranspose(Element("<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic>"
+                            "<octave-change>-1</octave-change></transpose>"));
+  EXPECT_EQ(V(part.TransposeKeyOptInterval, part.Octave), V(8, 6));
 }
 
-TEST_F(XmlPartTest, StaffSpecTakesTheClefOfItsForm) {
-  struct Case {
-    int16_t Transposition, Clefs, Instflag;
-    int16_t Clef;
-    bool ClefChange, FloatKeys, FloatTime;
-  } cases[] = {
-      {0, 0x0301, 0, 1, true, false, false},
-      {static_cast<int16_t>(0x8000), 0x0301, static_cast<int16_t>(0x8000), 3, false, true, false},
-      {0, 0x0203, 0x4000, 3, true, false, true}};
-  for (const Case& c : cases) {
+TEST(XmlPartStaff, ClefsOfStaffFormsAndLineSettings) {
+  // Transposition, clefs, Instflag; then clef, ClefChange, FloatKeys, FloatTime.
+  const int16_t high = static_cast<int16_t>(0x8000);
+  const std::vector<std::pair<std::array<int16_t, 3>, std::vector<int>>> forms = {
+      {{0, 0x0301, 0}, {1, 1, 0, 0}},
+      {{high, 0x0301, high}, {3, 0, 1, 0}},
+      {{0, 0x0203, 0x4000}, {3, 1, 0, 1}}};
+  for (const auto& [form, expected] : forms) {
     XmlPart part;
     auto spec = std::make_shared<StaffSpec>();
-    spec->Transposition = c.Transposition;
-    spec->Clefs = c.Clefs;
-    spec->Instflag = c.Instflag;
+    spec->Transposition = form[0], spec->Clefs = form[1], spec->Instflag = form[2];
     part.Layers[1] = 2;
     part.SetStaffSpecs(1, spec);
-    EXPECT_EQ(part.Clefs(1), c.Clef) << c.Clefs;
+    EXPECT_EQ(V(part.Clefs(1), part.ClefChange, part.FloatKeys, part.FloatTime), expected)
+        << form[1];
     EXPECT_EQ(part.Layers[1], 0);
-    EXPECT_EQ(part.ClefChange, c.ClefChange) << c.Clefs;
-    EXPECT_EQ(part.FloatKeys, c.FloatKeys) << c.Clefs;
-    EXPECT_EQ(part.FloatTime, c.FloatTime) << c.Clefs;
   }
-}
-
-TEST_F(XmlPartTest, LineSettingsGiveTopAndCount) {
-  struct Case {
-    int16_t TopLines, BotLines, Top, Count;
-  } cases[] = {
+  // TopLines, BotLines; then the top line and count.
+  const std::vector<std::array<int16_t, 4>> lines = {
       {0, 5, -3, 5},
       {0, 1, 1, 1},
       {4, 3, -3, 5},
-      {1, 0b0000000000000100, -1, 1},                                     // one line at -2
-      {1, 0b0000000000010101, -2, 3},                                     // lines at -4, -2, 0
-      {static_cast<int16_t>(0x8001), static_cast<int16_t>(0x8001), 0, 3}, // -15, 0 and 1
-  };
-  for (const Case& c : cases) {
+      {1, 0b0000000000000100, -1, 1},                                      // one line at -2
+      {1, 0b0000000000010101, -2, 3},                                      // lines at -4, -2, 0
+      {static_cast<int16_t>(0x8001), static_cast<int16_t>(0x8001), 0, 3}}; // -15, 0 and 1
+  for (const auto& c : lines) {
     int16_t top = 99, count = 99;
-    XmlPart::CountLines(c.TopLines, c.BotLines, top, count);
-    EXPECT_EQ(top, c.Top) << c.TopLines << " " << c.BotLines;
-    EXPECT_EQ(count, c.Count) << c.TopLines << " " << c.BotLines;
+    XmlPart::CountLines(c[0], c[1], top, count);
+    EXPECT_EQ(std::make_pair(top, count), std::make_pair(c[2], c[3])) << c[0] << " " << c[1];
   }
 }
 
-TEST_F(XmlPartTest, ActualTimeSignatureOfMeasuresThatDiffer) {
-  struct Case {
-    int16_t Beats, BeatType, Divbeat;
-    int32_t Divisions, Duration;
-    bool Found;
-    int16_t ResultBeats, ResultDivBeat;
-  } cases[] = {
-      {6, 8, 1536, 2, 6, false, 0, 0},   // the stated length
-      {6, 8, 1536, 2, 4, true, 4, 512},  // two quarters stay in eighths
-      {6, 8, 1536, 2, 9, true, 3, 1536}, // nine eighths are three dotted quarters
-      {4, 4, 1024, 1, 3, true, 3, 1024}, // three quarters in 4/4
-      {4, 4, 1024, 2, 3, true, 3, 512},  // an eighth more: the beat halves
-      {4, 4, 1024, 1, 0, true, 0, 1024},
-      {2, 2, 2048, 3, 1, false, 0, 0}, // no beat type of these divisions fits
-  };
-  for (const Case& c : cases) {
+TEST(XmlPartTime, ActualTimeSignatureOfMeasuresThatDiffer) {
+  // Beats, beat type, Divbeat, divisions, duration; then found, beats and Divbeat.
+  // clang-format off
+  const std::vector<std::pair<std::array<int32_t, 5>, std::array<int, 3>>> cases = {
+      {{6, 8, 1536, 2, 6}, {0, 0, 0}},      // the stated length
+      {{6, 8, 1536, 2, 4}, {1, 4, 512}},    // two quarters stay in eighths
+      {{6, 8, 1536, 2, 9}, {1, 3, 1536}},   // nine eighths are three dotted quarters
+      {{4, 4, 1024, 1, 3}, {1, 3, 1024}},   // three quarters in 4/4
+      {{4, 4, 1024, 2, 3}, {1, 3, 512}},    // an eighth more: the beat halves
+      {{4, 4, 1024, 1, 0}, {1, 0, 1024}},
+      {{2, 2, 2048, 3, 1}, {0, 0, 0}}};     // no beat type of these divisions fits
+  // clang-format on
+  for (const auto& [in, expected] : cases) {
     XmlPart part;
-    part.SetDivisions(c.Divisions);
-    part.SetXmlBeats(c.Beats);
-    part.SetXmlBeatType(c.BeatType);
-    part.FinaleDivbeat = c.Divbeat;
+    part.SetDivisions(in[3]);
+    part.SetXmlBeats(static_cast<int16_t>(in[0]));
+    part.SetXmlBeatType(static_cast<int16_t>(in[1]));
+    part.FinaleDivbeat = static_cast<int16_t>(in[2]);
     int16_t beats = 0, divBeat = 0;
-    bool found = !c.Found;
-    part.ActualTimeSignature(c.Duration, beats, divBeat, found);
-    EXPECT_EQ(found, c.Found) << c.Duration;
-    EXPECT_EQ(beats, c.ResultBeats) << c.Duration;
-    EXPECT_EQ(divBeat, c.ResultDivBeat) << c.Duration;
+    bool found = expected[0] == 0;
+    part.ActualTimeSignature(in[4], beats, divBeat, found);
+    EXPECT_EQ((std::array<int, 3>{found, beats, divBeat}), expected) << in[0] << " " << in[4];
   }
 }
 
@@ -212,20 +153,14 @@ TEST_F(XmlPartTest, NextStyleChangeFollowsAssignedStyles) {
   style.Mask1 = 0x0100;
   style.Transposition = -2;
   style.Save();
-  struct Assignment {
-    int16_t Start;
-    int32_t StartEdu;
-    int16_t End;
-    int32_t EndEdu;
-  } assignments[] = {{3, 0, 4, 0x7FFFFFFF}, {6, 1024, 6, 2047}};
-  for (const Assignment& a : assignments) {
+  // Start measure and EDU, end measure and EDU.
+  for (const auto& a :
+       std::vector<std::array<int32_t, 4>>{{3, 0, 4, 0x7FFFFFFF}, {6, 1024, 6, 2047}}) {
     StaffStyleAssign assign;
     assign.Create(1, -1);
     assign.Style = 5;
-    assign.StartMeas = a.Start;
-    assign.StartEdu = a.StartEdu;
-    assign.EndMeas = a.End;
-    assign.EndEdu = a.EndEdu;
+    assign.StartMeas = static_cast<int16_t>(a[0]), assign.StartEdu = a[1];
+    assign.EndMeas = static_cast<int16_t>(a[2]), assign.EndEdu = a[3];
     assign.Save();
   }
   XmlPart part;
@@ -234,15 +169,14 @@ TEST_F(XmlPartTest, NextStyleChangeFollowsAssignedStyles) {
   spec->FinaleVersion = 2004;
   ASSERT_TRUE(spec->Load(1, 0));
   part.SetStaffSpecs(1, spec);
-  struct Case {
-    int16_t Measure, ChangeMeasure;
-    int32_t ChangeEdu;
-  } cases[] = {{1, 3, 0}, {3, 5, 0}, {4, 5, 0}, {5, 6, 1024}, {6, 1, 0}, {7, 1, 0}};
-  for (const Case& c : cases) {
-    part.Measure = c.Measure;
+  // Measure; then the measure and EDU of the next change.
+  for (const auto& c : std::vector<std::array<int32_t, 3>>{
+           {1, 3, 0}, {3, 5, 0}, {4, 5, 0}, {5, 6, 1024}, {6, 1, 0}, {7, 1, 0}}) {
+    part.Measure = static_cast<int16_t>(c[0]);
     part.NextStyleChange(1);
-    EXPECT_EQ(part.StyleChangeMeasure[1], c.ChangeMeasure) << c.Measure;
-    EXPECT_EQ(part.StyleChangeEdu[1], c.ChangeEdu) << c.Measure;
+    EXPECT_EQ((std::array<int32_t, 2>{part.StyleChangeMeasure[1], part.StyleChangeEdu[1]}),
+              (std::array<int32_t, 2>{c[1], c[2]}))
+        << c[0];
   }
   part.NextStyleChange(2);
   EXPECT_EQ(part.StyleChangeMeasure[2], 1) << "no staff loaded";
@@ -252,34 +186,26 @@ TEST_F(XmlPartTest, NextStyleChangeFollowsAssignedStyles) {
 TEST_F(XmlPartTest, StaffStyleSetsLayersFontsAndLines) {
   FontName ownFont;
   ASSERT_TRUE(ownFont.Load(5, 0));
-  struct Case {
-    int16_t Flag, AltFlag, TopLines, BotLines, Instflag;
-    std::vector<bool> Visible;
-    int16_t Lines, LineOffset;
-    bool OwnFont, NoTime;
-  } cases[] = {
-      {0, 0, 0, 5, 0, {true, false, false, false}, 5, 0, false, false},
-      {0x0020, 0x0215, 0, 1, 0x0010, {true, false, true, true}, 1, -8, true, true},
-      {0, 0x0010, 0, 3, 0, {false, true, false, false}, 3, -4, false, true}, // default font back
-  };
+  // Flag, AltFlag, BotLines, Instflag; then layers visible, lines, line offset, own
+  // notehead font and no time. The last case brings the default font back.
+  const std::vector<std::pair<std::array<int16_t, 4>, std::vector<int>>> cases = {
+      {{0, 0, 5, 0}, {1, 0, 0, 0, 5, 0, 0, 0}},
+      {{0x0020, 0x0215, 1, 0x0010}, {1, 0, 1, 1, 1, -8, 1, 1}},
+      {{0, 0x0010, 3, 0}, {0, 1, 0, 0, 3, -4, 0, 1}}};
   XmlPart part;
   part.FinaleVersion = 2004;
   auto spec = std::make_shared<StaffSpec>();
   spec->Clefs = 0;
   part.SetStaffSpecs(1, spec);
-  for (const Case& c : cases) {
-    spec->Flag = c.Flag;
-    spec->AltFlag = c.AltFlag;
-    spec->TopLines = c.TopLines;
-    spec->BotLines = c.BotLines;
+  for (const auto& [in, expected] : cases) {
+    spec->Flag = in[0], spec->AltFlag = in[1], spec->TopLines = 0, spec->BotLines = in[2];
     spec->Mfont = 5;
-    if (c.Instflag) spec->Instflag = c.Instflag;
+    if (in[3]) spec->Instflag = in[3];
     part.InitializeFromStaffStyle(1);
-    EXPECT_EQ(part.LayerVisible[1], c.Visible) << c.AltFlag;
-    EXPECT_EQ(part.StaffLines[1], c.Lines) << c.BotLines;
-    EXPECT_EQ(part.LineOffset[1], c.LineOffset) << c.BotLines;
-    EXPECT_EQ(part.NoteheadFont[1] == ownFont.Text, c.OwnFont) << c.Flag;
-    EXPECT_EQ(part.NoTime, c.NoTime) << c.Instflag;
+    std::vector<int> got(part.LayerVisible[1].begin(), part.LayerVisible[1].end());
+    got.insert(got.end(), {part.StaffLines[1], part.LineOffset[1],
+                           part.NoteheadFont[1] == ownFont.Text, part.NoTime});
+    EXPECT_EQ(got, expected) << in[1];
   }
   EXPECT_EQ(Raised([&] { part.InitializeFromStaffStyle(2); }).Number, Code(0x8004078D));
 }
