@@ -154,60 +154,36 @@ TEST_F(StaffSetupTest, NotesDecideTheNotationFlags) {
   }
 }
 
-TEST_F(StaffSetupTest, TablatureNeedsItsClefAndAHostOf2003) {
-  // Clef and host; then TabStaff, Flag 0x0200, TopLines, BotLines, MoreFlags, Instflag, capo
-  // and LineSpace.
-  const std::vector<std::tuple<std::string, int32_t, std::vector<int>>> cases = {
-      {"TAB", 2004, {1, 0x0200, 0, 4, 0x1181, 48, 2, 2304}},
-      {"TAB", 2002, {0, 0, 0, 0, 0, 0, 0, -1}}};
-  for (const auto& [clef, version, expected] : cases) {
-    Setup("",
-          FirstMeasure("<clef><sign>" + clef +
-                       "</sign><line>5</line></clef><staff-details><staff-lines>4</staff-lines>" +
-                       kTuning + "<capo>2</capo></staff-details>"),
-          version);
-    part_->StaffSpecs(1)->MoreFlags = 6;
-    part_->StaffSpecs(1)->LineSpace = 0;
-    part_->StaffSpecs(1)->CapoLowFret = 0;
-    part_->EditStaffSpec(1);
-    const StaffSpec saved = Saved(1);
-    EXPECT_EQ(V(part_->TabStaff, saved.Flag & 0x0200, saved.TopLines, saved.BotLines,
-                saved.MoreFlags & ~6, saved.Instflag, saved.CapoLowFret,
-                version >= 2003 ? saved.LineSpace : -1),
-              expected)
-        << clef << version;
-  }
-}
-
-TEST_F(StaffSetupTest, GroupOfSeveralStavesTakesThePartNames) {
-  // Score part, staves, host; then group made, names and their offsets, Auxflag 2048.
-  struct Case {
-    std::string ScorePart;
-    int16_t Staves;
-    int32_t Version;
-    bool Made;
-    std::string Names;
-    int16_t Xadj, Auxflag;
-  } cases[] = {{"<part-name>Piano</part-name><part-abbreviation>Pno.</part-abbreviation>", 3, 2004,
-                true, "Piano|Pno.", -48, 2048},
-               {"<part-name>MusicXML Part</part-name>", 3, 2002, true, "|", 0, 0},
-               {"<part-name>Flute</part-name>", 1, 2004, false, "", 0, 0}};
-  for (const Case& c : cases) {
-    Setup(c.ScorePart, FirstMeasure("<staves>" + std::to_string(c.Staves) + "</staves>"),
-          c.Version);
+// Tablature, and the group's names and flags, as whole parts of a 2004 host get them, are
+// checked below; a 2002 host gets no tablature nor the group flag, one staff no group.
+TEST_F(StaffSetupTest, OlderHostsMakeNoTablatureAndPlainGroups) {
+  Setup("",
+        FirstMeasure("<clef><sign>TAB</sign><line>5</line></clef><staff-details>"
+                     "<staff-lines>4</staff-lines>" +
+                     kTuning + "<capo>2</capo></staff-details>"),
+        2002);
+  part_->StaffSpecs(1)->MoreFlags = 6;
+  part_->StaffSpecs(1)->CapoLowFret = 0;
+  part_->EditStaffSpec(1);
+  const StaffSpec saved = Saved(1);
+  EXPECT_EQ(V(part_->TabStaff, saved.Flag & 0x0200, saved.TopLines, saved.BotLines, saved.MoreFlags,
+              saved.Instflag, saved.CapoLowFret),
+            V(0, 0, 0, 0, 0, 0, 0));
+  for (const auto& [staves, version] : std::vector<std::pair<int, int32_t>>{{3, 2002}, {1, 2004}}) {
+    Setup("<part-name>MusicXML Part</part-name>",
+          FirstMeasure("<staves>" + std::to_string(staves) + "</staves>"), version);
     part_->StartStaff = 5;
-    const int16_t before = GroupCount(c.Version);
+    const int16_t before = GroupCount(version);
     part_->InitializeGroupSpec();
-    ASSERT_EQ(GroupCount(c.Version), before + c.Made) << c.ScorePart;
-    if (!c.Made) continue;
+    ASSERT_EQ(GroupCount(version), before + (staves > 1)) << staves;
+    if (staves == 1) continue;
     GroupSpec group;
-    group.FinaleVersion = c.Version;
+    group.FinaleVersion = version;
     ASSERT_TRUE(group.Load(0, before));
     EXPECT_EQ(V(group.StartInst, group.EndInst, group.BracketID, group.BracketBracpos, group.Flag,
                 group.Auxflag & 2048, group.FullNameXadj, group.AbrvNameXadj),
-              V(5, 7, 3, -12, 1024, c.Auxflag, c.Xadj, c.Xadj))
-        << c.ScorePart;
-    EXPECT_EQ(group.FullNameText() + "|" + group.AbrvNameText(), c.Names);
+              V(5, 7, 3, -12, 1024, 0, 0, 0));
+    EXPECT_EQ(group.FullNameText() + "|" + group.AbrvNameText(), "|");
   }
 }
 
@@ -367,24 +343,32 @@ TEST_F(InitializeStaffSpecsTest, EdgesOfOnePart) {
 TEST_F(InitializeStaffSpecsTest, TablatureOfTwoStavesNeedsTheStaffNumber) {
   const std::string clefs = "<staves>2</staves><clef number='1'><sign>G</sign><line>2</line>"
                             "</clef><clef number='2'><sign>TAB</sign><line>5</line></clef>";
-  // Without a number the details are no staff's: TabStaff, Flag 0x0200, FretInstID.
+  // Without a number the details are no staff's. TabStaff, Flag 0x0200, FretInstID, capo,
+  // TopLines, BotLines, MoreFlags, Instflag and LineSpace of the second staff.
   for (const auto& [number, expected] : std::vector<std::pair<std::string, std::vector<int>>>{
-           {" number='2'", {2, 0x0200, 1}}, {"", {0, 0, 0}}}) {
+           {" number='2'", {2, 0x0200, 1, 2, 0, 4, 0x1181, 0x0600 | 48, 2304}},
+           {"", {0, 0, 0, 0, 0, 5, 0, 0x0600 | 16, 0}}}) {
     Reopen();
-    Open(OnePart("<part-name>Guitar</part-name>",
+    Open(OnePart("<part-name>Guitar</part-name><part-abbreviation>Gtr.</part-abbreviation>",
                  FirstMeasure(clefs + "<staff-details" + number + "><staff-lines>4</staff-lines>" +
-                              kTuning + "</staff-details>")));
+                              kTuning + "<capo>2</capo></staff-details>")));
     XmlPart& part = Next();
     StaffSpec notation = Stored(1), tablature = Stored(2);
     EXPECT_EQ(notation.Flag & 0x0200, 0) << number;
-    EXPECT_EQ(V(part.TabStaff, tablature.Flag & 0x0200, tablature.FretInstID), expected) << number;
+    EXPECT_EQ(V(part.TabStaff, tablature.Flag & 0x0200, tablature.FretInstID, tablature.CapoLowFret,
+                tablature.TopLines, tablature.BotLines, tablature.MoreFlags, tablature.Instflag,
+                tablature.LineSpace),
+              expected)
+        << number;
     EXPECT_EQ(tablature.Clefs, 16) << number;
     EXPECT_EQ(tablature.FullNameText(), "") << "the group carries the name";
     GroupSpec group;
     group.FinaleVersion = 2004;
     ASSERT_TRUE(group.Load(0, 0));
-    EXPECT_EQ(group.FullNameText(), "Guitar");
-    EXPECT_EQ(group.FullNameXadj, -48);
+    EXPECT_EQ(V(group.StartInst, group.EndInst, group.BracketID, group.BracketBracpos, group.Flag,
+                group.Auxflag & 2048, group.FullNameXadj, group.AbrvNameXadj),
+              V(1, 2, 3, -12, 1024, 2048, -48, -48));
+    EXPECT_EQ(group.FullNameText() + "|" + group.AbrvNameText(), "Guitar|Gtr.");
   }
 }
 
