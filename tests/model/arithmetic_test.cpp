@@ -99,11 +99,10 @@ TEST(ArithmeticPitch, StepsOctavesDistancesAndMidiKeys) {
 }
 
 TEST(ArithmeticKey, TranspositionsOfKeys) {
-  const std::vector<int16_t> diatonic = {-6, -6, -5, -5, -4, -4, -3, -2, -2, -1, -1, 0,
-                                         1,  1,  2,  2,  3,  3,  4,  4,  5,  6,  6};
-  for (int16_t chromatic = -11; chromatic <= 11; ++chromatic)
-    EXPECT_EQ(TransposeDefaultDiatonic(chromatic), diatonic[chromatic + 11]) << chromatic;
-  EXPECT_EQ(TransposeDefaultDiatonic(12), 0);
+  // The usual diatonic step of a chromatic one, from -11 to 11; 0 beyond.
+  for (const auto& [chromatic, diatonic] : std::vector<std::pair<int16_t, int16_t>>{
+           {-11, -6}, {-10, -6}, {-5, -3}, {-1, -1}, {0, 0}, {1, 1}, {6, 3}, {11, 6}, {12, 0}})
+    EXPECT_EQ(TransposeDefaultDiatonic(chromatic), diatonic) << chromatic;
   // Chromatic, diatonic, octave change; then key alteration, adjusted alteration, steps.
   // clang-format off
   const std::vector<std::array<int16_t, 6>> rows = {
@@ -162,24 +161,6 @@ TEST(ArithmeticClef, ClefNumbersOnEachHostYear) {
     for (int32_t year = 2000; year <= 2004; ++year)
       EXPECT_EQ(ClefValue(Element("<clef>" + children + "</clef>"), year), byYear[year - 2000])
           << children << " on " << year;
-}
-
-TEST(ArithmeticDefaults, DefaultYPositionByDirectionTypeAndPlacement) {
-  // Element; then the tenths above, below and with no placement.
-  // clang-format off
-  const std::vector<std::pair<std::string, std::vector<int>>> cases = {
-      {"", {36, -180, 36}}, {"<pedal/>", {36, -180, -180}}, {"<eyeglasses/>", {60, -150, 60}},
-      {"<dashes/>", {36, -180, -180}}, {"<trill-mark/>", {36, -180, 36}},
-      {"<octave-shift type='up'/>", {36, -180, -180}},
-      {"<octave-shift type='down'/>", {36, -180, 36}}, {"<bracket/>", {36, -180, -180}}};
-  // clang-format on
-  for (const auto& [element, tenths] : cases) {
-    const xml::XmlNode node = Element(element);
-    EXPECT_EQ(V(DefaultYPosition(node, "above"), DefaultYPosition(node, "below"),
-                DefaultYPosition(node, "")),
-              tenths)
-        << element;
-  }
 }
 
 TEST(ArithmeticMidi, PatchBanksAndExpressionPlaybackSounds) {

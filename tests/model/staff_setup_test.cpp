@@ -79,78 +79,71 @@ protected:
   std::unique_ptr<XmlPart> part_;
 };
 
-TEST_F(StaffSetupTest, StavesAreTheHighestCountAtLeastOne) {
-  const std::vector<std::pair<std::string, int16_t>> cases = {
-      {"", 1},
-      {FirstMeasure("<divisions>1</divisions>"), 1},
-      {FirstMeasure("<staves>2</staves>"), 2},
+TEST_F(StaffSetupTest, EditStaffSpecReadsStavesLinesAndNotationFlags) {
+  const std::string c4 = "<note><pitch><step>C</step><octave>4</octave></pitch></note>";
+  const auto lines = [&](int count) {
+    return FirstMeasure("<staff-details><staff-lines>" + std::to_string(count) +
+                            "</staff-lines></staff-details>",
+                        c4);
+  };
+  const std::string up = "<note><stem>up</stem>", tuplet = "<notations><tuplet type='start'";
+  // Measures, MoreFlags before; then staves (the highest count, at least one), TopLines,
+  // BotLines, LineOffset, one-line barline and rests, MoreFlags saved; and the line pitch.
+  // The line reference starts at 9 and "X9": five lines and other content leave it alone.
+  // clang-format off
+  const std::vector<std::tuple<std::string, int16_t, std::vector<int>, std::string>> cases = {
+      {"", 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("<divisions>1</divisions>"), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("<staves>2</staves>"), 0, {2, 0, 0, 9, 0, 0}, "X9"},
       {FirstMeasure("<staves>2</staves>") +
-           "<measure number='2'><attributes><staves>3</staves></attributes></measure>",
-       3},
-      {FirstMeasure("<staves>0</staves>"), 1},
-      {FirstMeasure("<staves>x</staves>"), 1}};
-  for (const auto& [measures, staves] : cases) {
+       "<measure number='2'><attributes><staves>3</staves></attributes></measure>", 0,
+       {3, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("<staves>0</staves>"), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("<staves>x</staves>"), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {lines(1), 0, {1, 1, 4, -4, 1, 0}, "A3"}, {lines(2), 0, {1, 1, 10, -6, 0, 0}, "F3"},
+      {lines(3), 0, {1, 1, 14, -4, 0, 0}, "A3"}, {lines(4), 0, {1, 0, 4, -2, 0, 0}, "C4"},
+      {lines(7), 0, {1, 0, 7, 4, 0, 0}, "B4"}, {lines(5), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("", "<note/>"), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("", up + "<beam>begin</beam></note>"), 0, {1, 0, 0, 9, 0, 0x0418 | 64}, "X9"},
+      {FirstMeasure("", "<note><stem>down</stem></note>"), 0, {1, 0, 0, 9, 0, 24 | 32}, "X9"},
+      {FirstMeasure("", up + "</note><note><stem>down</stem></note>"), 0, {1, 0, 0, 9, 0, 24},
+       "X9"},
+      {FirstMeasure("", "<note><stem>none</stem></note>"), 0, {1, 0, 0, 9, 0, 24}, "X9"},
+      {FirstMeasure("", "<note><tie/><notations><tied/></notations></note>"), 0,
+       {1, 0, 0, 9, 0, 4}, "X9"},
+      {FirstMeasure("", "<note><tie/></note>"), 0, {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("", "<note>" + tuplet + "/></notations></note>"), 0,
+       {1, 0, 0, 9, 0, 0x2000}, "X9"},
+      {FirstMeasure("", "<note>" + tuplet + " bracket='no'/></notations></note>"), 0,
+       {1, 0, 0, 9, 0, 0}, "X9"},
+      {FirstMeasure("", "<note>" + tuplet + " show-number='none'/></notations></note>"), 0,
+       {1, 0, 0, 9, 0, 0}, "X9"},
+      // Flags the content does not use are cleared, others kept.
+      {FirstMeasure("", "<note/>"), 0x0418 | 4 | 0x2000, {1, 0, 0, 9, 0, 4 | 0x2000}, "X9"},
+      {FirstMeasure("", up + "<tie/></note>"), 4, {1, 0, 0, 9, 0, 24 | 64}, "X9"},
+      {FirstMeasure("", up + tuplet + " bracket='no'/></notations></note>"), 0x2000,
+       {1, 0, 0, 9, 0, 24 | 64}, "X9"}};
+  // clang-format on
+  for (const auto& [measures, before, expected, pitch] : cases) {
     Setup("", measures);
-    EXPECT_EQ(part_->Staves(), staves) << measures;
-    EXPECT_EQ(part_->MaxVoices, 8 * staves) << measures;
-    EXPECT_EQ(V(part_->StyleChangeMeasure.at(1), part_->StyleChangeEdu.at(1)), V(1, 0));
-  }
-}
-
-TEST_F(StaffSetupTest, StaffLinesSetLinesAndLineOffset) {
-  struct Case {
-    int16_t Lines, TopLines, BotLines, Offset;
-    std::string LinePitch;
-  } cases[] = {{1, 1, 4, -4, "A3"}, {2, 1, 10, -6, "F3"}, {3, 1, 14, -4, "A3"},
-               {4, 0, 4, -2, "C4"}, {7, 0, 7, 4, "B4"},   {5, 0, 0, 9, "X9"}};
-  for (const Case& c : cases) {
-    Setup("", FirstMeasure("<staff-details><staff-lines>" + std::to_string(c.Lines) +
-                               "</staff-lines></staff-details>",
-                           "<note><pitch><step>C</step><octave>4</octave></pitch></note>"));
-    // Marks that five lines leave the line reference alone.
     part_->LineOffset.at(1) = 9;
     part_->StaffLinePitch.at(1) = "X";
     part_->StaffLineOctave.at(1) = 9;
-    part_->EditStaffSpec(1);
-    const StaffSpec saved = Saved(1);
-    EXPECT_EQ(V(saved.TopLines, saved.BotLines, part_->LineOffset.at(1)),
-              V(c.TopLines, c.BotLines, c.Offset))
-        << c.Lines;
-    EXPECT_EQ(part_->StaffLinePitch.at(1) + std::to_string(part_->StaffLineOctave.at(1)),
-              c.LinePitch)
-        << c.Lines;
-    EXPECT_EQ(saved.TopBarlineOffset == 48 && saved.BotBarlineOffset == -48 &&
-                  saved.Dw_wRest == -1285,
-              c.Lines == 1)
-        << c.Lines;
-    EXPECT_EQ(part_->TabStaff, 0);
-  }
-}
-
-TEST_F(StaffSetupTest, NotesDecideTheNotationFlags) {
-  const std::string stemUp = "<note><stem>up</stem>";
-  // Notes, the flags before; then the flags saved.
-  const std::vector<std::tuple<std::string, int16_t, int16_t>> cases = {
-      {"<note/>", 0, 0},
-      {stemUp + "<beam>begin</beam></note>", 0, 0x0418 | 64},
-      {"<note><stem>down</stem></note>", 0, 24 | 32},
-      {stemUp + "</note><note><stem>down</stem></note>", 0, 24},
-      {"<note><stem>none</stem></note>", 0, 24},
-      {"<note><tie/><notations><tied/></notations></note>", 0, 4},
-      {"<note><tie/></note>", 0, 0},
-      {"<note><notations><tuplet type='start'/></notations></note>", 0, 0x2000},
-      {"<note><notations><tuplet type='start' bracket='no'/></notations></note>", 0, 0},
-      {"<note><notations><tuplet type='start' show-number='none'/></notations></note>", 0, 0},
-      // Flags the content does not use are cleared, others kept.
-      {"<note/>", 0x0418 | 4 | 0x2000, 4 | 0x2000},
-      {stemUp + "<tie/></note>", 4, 24 | 64},
-      {stemUp + "<notations><tuplet type='start' bracket='no'/></notations></note>", 0x2000,
-       24 | 64}};
-  for (const auto& [notes, before, after] : cases) {
-    Setup("", FirstMeasure("", notes));
     part_->StaffSpecs(1)->MoreFlags = before;
     part_->EditStaffSpec(1);
-    EXPECT_EQ(Saved(1).MoreFlags, after) << notes << " " << before;
+    const StaffSpec saved = Saved(1);
+    EXPECT_EQ(
+        V(part_->Staves(), saved.TopLines, saved.BotLines, part_->LineOffset.at(1),
+          saved.TopBarlineOffset == 48 && saved.BotBarlineOffset == -48 && saved.Dw_wRest == -1285,
+          saved.MoreFlags),
+        expected)
+        << measures << " " << before;
+    EXPECT_EQ(part_->StaffLinePitch.at(1) + std::to_string(part_->StaffLineOctave.at(1)), pitch)
+        << measures;
+    EXPECT_EQ(V(part_->MaxVoices, part_->TabStaff, part_->StyleChangeMeasure.at(1),
+                part_->StyleChangeEdu.at(1)),
+              V(8 * part_->Staves(), 0, 1, 0))
+        << measures;
   }
 }
 
