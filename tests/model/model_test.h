@@ -17,7 +17,9 @@ using xml::test_support::Loaded;
 using xml::test_support::Raised;
 
 // Values of any integral kinds as one list, to compare several results at once.
-template <class... T> std::vector<int> V(T... values) { return {static_cast<int>(values)...}; }
+template <class... T> std::vector<int> V(T... values) {
+  return {static_cast<int>(values)...};
+}
 
 // The root element of a text, or an empty node for an empty text.
 inline xml::XmlNode Element(const std::string& text) {

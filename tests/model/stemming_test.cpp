@@ -1,3 +1,5 @@
+// Default stem directions of entries and beam groups, middle lines of clefs, and the
+// placement of notations by stem side.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -238,7 +238,8 @@ TEST_F(StaffStyleTest, DocumentStylesAreNamedByMasksAndFlags) {
       {{1, 0x1000, 0, 0x0001, 0}, ""}, {{0x0100, 0x1000, 0, 0x0001, 0}, ""},
       {{0, 0x1000, 4, 0x0001, 0}, ""}, {{0, 0x1001, 0, 0x0001, 0}, ""},
       {{0x0100, 0, 0, 0, -3}, "transpose--3"}, {{0x0101, 0, 0, 0, 7}, ""},
-      {{0x0100, 0, 1, 0, 7}, ""}, {{0, 0x1000, 0, 0x1001, 0}, "measure-style-slash-dots"}};
+      {{0x0100, 0, 1, 0, 7}, ""}, {{0, 0x1000, 0, 0x1001, 0}, "measure-style-slash-dots"},
+      {{0, 0x1000, 0, 0x2002, 0}, "measure-style-slash-stems"}};
   // clang-format on
   for (const auto& [m, name] : cases) {
     const StaffStyle record = Saved(m[0], m[1], m[2], m[3], m[4]);
