@@ -34,34 +34,34 @@ std::unique_ptr<XmlPart> PartOnStaff(int16_t staves = 1) {
   return part;
 }
 
-// An entry of the map as "key id name midi step closed open active".
-std::string Describe(const XmlPercussions& map, const std::string& key) {
-  const XmlPercussion* i = map.Item(key);
-  if (!i) return "none";
-  return std::to_string(i->MidiIndex) + " " + i->InstrumentID + " " + i->InstrumentName + " " +
-         std::to_string(i->MidiNote) + " " + std::to_string(i->StaffStep) + " " +
-         std::to_string(i->ClosedNotehead) + " " + std::to_string(i->OpenNotehead) + " " +
-         std::to_string(i->Active);
+// Entries of the map as "key id name midi step closed open active", "none" when absent.
+std::vector<std::string> Entries(const XmlPercussions& map, const std::vector<std::string>& keys) {
+  std::vector<std::string> entries;
+  for (const std::string& key : keys) {
+    const XmlPercussion* i = map.Item(key);
+    entries.push_back(!i ? "none"
+                         : std::to_string(i->MidiIndex) + " " + i->InstrumentID + " " +
+                               i->InstrumentName + " " + std::to_string(i->MidiNote) + " " +
+                               std::to_string(i->StaffStep) + " " +
+                               std::to_string(i->ClosedNotehead) + " " +
+                               std::to_string(i->OpenNotehead) + " " + std::to_string(i->Active));
+  }
+  return entries;
 }
 
 using PercussionTest = ModelTest;
 
-TEST_F(PercussionTest, WithoutDrumStaffEveryKeyPlaysAsItself) {
+TEST_F(PercussionTest, PlayedKeysWithDefinitionsAreNumberedInKeyOrder) {
+  // Without a drum staff every key plays as itself; the counter goes on.
   auto part = PartOnStaff();
   part->PercussionMap.Add(XmlPercussion{}, "stale");
   part->Counter = 7;
   part->InitializePercussion("P1");
-  EXPECT_EQ(part->PercussionMap.Count(), 128);
-  EXPECT_EQ(part->Counter, 135);
-  std::vector<std::string> entries;
-  for (const char* key : {"stale", "0", "1", "36", "128", "129"})
-    entries.push_back(Describe(part->PercussionMap, key));
-  EXPECT_EQ(entries, (std::vector<std::string>{"none", "none", "1 P1-M1 MIDI 1 1 0 207 250 0",
-                                               "36 P1-M36 MIDI 36 36 0 207 250 0",
-                                               "128 P1-M128 MIDI 128 128 0 207 250 0", "none"}));
-}
-
-TEST_F(PercussionTest, PlayedKeysWithDefinitionsAreNumberedInKeyOrder) {
+  EXPECT_EQ(V(part->PercussionMap.Count(), part->Counter), V(128, 135));
+  EXPECT_EQ(Entries(part->PercussionMap, {"stale", "0", "1", "36", "128", "129"}),
+            (std::vector<std::string>{"none", "none", "1 P1-M1 MIDI 1 1 0 207 250 0",
+                                      "36 P1-M36 MIDI 36 36 0 207 250 0",
+                                      "128 P1-M128 MIDI 128 128 0 207 250 0", "none"}));
   constexpr int16_t kMap = 5;
   DrumStaff drumStaff;
   drumStaff.Create(kStaff, 0, kDrumStaffTag);
@@ -86,17 +86,14 @@ TEST_F(PercussionTest, PlayedKeysWithDefinitionsAreNumberedInKeyOrder) {
     noteName.Text = name;
     noteName.Save();
   }
-  auto part = PartOnStaff();
+  part = PartOnStaff();
   part->InitializePercussion("P2");
-  EXPECT_EQ(part->PercussionMap.Count(), 128);
-  EXPECT_EQ(part->Counter, 128);
-  std::vector<std::string> entries;
-  for (const char* key : {"36", "39", "43", "51", "61"})
-    entries.push_back(Describe(part->PercussionMap, key));
-  EXPECT_EQ(entries, (std::vector<std::string>{
-                         "36 P2-M36 MIDI 36 36 0 207 250 0", "39 P2-X1 Snare 38 4 101 102 1",
-                         "43 P2-X2 MusicXML Note 43 42 -3 101 102 1",
-                         "51 P2-M51 MIDI 51 51 0 207 250 0", "61 P2-X3 Bongo 60 0 101 102 1"}));
+  EXPECT_EQ(V(part->PercussionMap.Count(), part->Counter), V(128, 128));
+  EXPECT_EQ(Entries(part->PercussionMap, {"36", "39", "43", "51", "61"}),
+            (std::vector<std::string>{
+                "36 P2-M36 MIDI 36 36 0 207 250 0", "39 P2-X1 Snare 38 4 101 102 1",
+                "43 P2-X2 MusicXML Note 43 42 -3 101 102 1", "51 P2-M51 MIDI 51 51 0 207 250 0",
+                "61 P2-X3 Bongo 60 0 101 102 1"}));
 }
 
 // A score-part of unpitched instruments (id, midi-unpitched), and a part with a note for
