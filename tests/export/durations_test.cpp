@@ -5,26 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "../support/host_test.h"
-#include "to_xml_access.h"
+#include "export_test_support.h"
 
 namespace ostin {
 namespace {
 
-class DurationsTest : public testing::HostTest {
+using testing::Texts;
+
+class DurationsTest : public testing::ContentTest {
 protected:
-  void SetUp() override {
-    HostTest::SetUp();
-    OpenData("sample.json");
-    Access.Start(2004);
-  }
-  static std::vector<std::string> Texts(const xml::XmlNode& node, const std::string& path) {
-    std::vector<std::string> texts;
-    xml::XmlNodeList list = node.selectNodes(path);
-    for (xml::XmlNode item = list.nextNode(); item; item = list.nextNode())
-      texts.push_back(item.text());
-    return texts;
-  }
   // A part of one measure holding the given notes, in EDU.
   XmlPart& PartOf(const std::string& notes, const std::string& more = {}) {
     return Access.AddPartFrom("<part id='P9'><measure><attributes><divisions>1024</divisions>"
@@ -44,9 +33,6 @@ protected:
   static std::string Triplet(int duration, const std::string& type) {
     return Tuplet(duration, type, 3, 2);
   }
-
-  ToXml Engine;
-  ToXmlTestAccess Access{Engine};
 };
 
 TEST(ParseDuration, BaseLengthsWithUpToFourDots) {
@@ -144,25 +130,29 @@ TEST_F(DurationsTest, TupletNoteLengthsComeFromTheirWrittenValue) {
 }
 
 TEST_F(DurationsTest, RemoveDuplicateWavyLineKeepsOneAndDropsEmptiedParents) {
-  xml::XmlNode note = Access.Parse(
-      "<note><notations><ornaments><wavy-line type='continue'/></ornaments></notations>"
-      "<notations><ornaments><trill-mark/><wavy-line type='start'/></ornaments></notations>"
-      "</note>");
-  Access.RemoveDuplicateWavyLine(note);
-  EXPECT_EQ(note.xml(), "<note><notations><ornaments><trill-mark/><wavy-line type=\"start\"/>"
-                        "</ornaments></notations></note>");
-
-  xml::XmlNode continues = Access.Parse(
-      "<note><notations><ornaments><wavy-line type='continue'/><wavy-line type='continue'/>"
-      "</ornaments></notations></note>");
-  Access.RemoveDuplicateWavyLine(continues);
-  EXPECT_EQ(continues.selectNodes(".//wavy-line").length(), 1) << "one always stays";
-
-  xml::XmlNode single =
-      Access.Parse("<note><notations><ornaments><wavy-line type='continue'/></ornaments>"
-                   "</notations></note>");
-  Access.RemoveDuplicateWavyLine(single);
-  EXPECT_EQ(single.selectNodes(".//wavy-line").length(), 1);
+  const std::string continues = "<ornaments><wavy-line type='continue'/></ornaments>";
+  struct Case {
+    std::string Note, Expected;
+  } cases[] = {
+      {"<note><notations>" + continues +
+           "</notations><notations><ornaments><trill-mark/>"
+           "<wavy-line type='start'/></ornaments></notations></note>",
+       "<note><notations><ornaments><trill-mark/><wavy-line type=\"start\"/></ornaments>"
+       "</notations></note>"},
+      // One always stays.
+      {"<note><notations><ornaments><wavy-line type='continue'/><wavy-line type='continue'/>"
+       "</ornaments></notations></note>",
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
+       "</note>"},
+      {"<note><notations>" + continues + "</notations></note>",
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
+       "</note>"},
+  };
+  for (const Case& c : cases) {
+    xml::XmlNode note = Access.Parse(c.Note);
+    Access.RemoveDuplicateWavyLine(note);
+    EXPECT_EQ(note.xml(), c.Expected);
+  }
 }
 
 TEST_F(DurationsTest, InitialTempoStandsOnlyWithoutATempoMark) {

@@ -1,7 +1,6 @@
 // One measure of a part: staves and layers one after another, voices two, beams across
 // rests and grace notes, measure rests, clefs in the opening attributes, and items by time.
-#include "../xml/dtd_validation.h"
-#include "content_fixture.h"
+#include "export_test_support.h"
 
 namespace ostin {
 namespace {
@@ -9,12 +8,12 @@ namespace {
 using testing::ContentTest;
 using testing::kNote;
 using testing::kRest;
+using testing::Texts;
 
 TEST_F(ContentTest, SecondStaffStartsWithABackupOfWhatTheFirstWrote) {
   Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {2}), Made(2048, kNote, {4})});
   Fill(6, {Made(4096, kRest)});
-  XmlPart& part = Access.AddPart(2, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note note note backup:4096 note");
   EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "1", "9"}));
@@ -34,8 +33,7 @@ TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
   holder.Frame = {0, 0, 0, 0};
   holder.Save();
   HostSim().Doc().Records.at("Gfhold").Rows.erase({1, 4, 0});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 4);
+  XmlPart& part = Loaded(2, 4);
 
   const xml::XmlNode whole = MeasureOf(part, 2).selectSingleNode("note");
   EXPECT_EQ(Texts(whole, "duration"), std::vector<std::string>{"3072"});
@@ -53,8 +51,7 @@ TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
 TEST_F(ContentTest, VoiceTwoBacksUpToItsLaunchAndForwardsThroughTheGap) {
   Fill(2, {Made(2048, kNote | kEfLaunchesVoiceTwo, {0}), Made(512, kNote | kEfVoiceTwo, {7}),
            Made(512, kNote | kEfVoiceTwo | kEfHidden, {8}), Made(2048, kNote, {2})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note backup:2048 note note forward:1024 note");
   EXPECT_EQ(measure.selectSingleNode("forward").xml(),
@@ -78,8 +75,7 @@ TEST_F(ContentTest, EveryLayerStartsFromTheMeasuresStart) {
   ASSERT_TRUE(holder.Load(1, 2));
   holder.Frame = {2, 0, 9, 0};
   holder.Save();
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note note backup:2048 note") << "the measure ends short";
   EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "3"}));
@@ -91,8 +87,7 @@ TEST_F(ContentTest, BeamsRunAcrossHiddenRestsAndAroundGraceNotes) {
            Made(3328, kNote, {4})});
   Fill(3, {Made(512, kNote | kEfNewBeam, {0}), Made(256, kNote | kEfGrace, {1}),
            Made(512, kNote, {2}), Made(3072, kNote, {4})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 3);
+  XmlPart& part = Loaded(2, 3);
 
   const xml::XmlNode sixteenths = MeasureOf(part, 2);
   EXPECT_EQ(Shape(sixteenths), "note forward:256 note note");
@@ -160,9 +155,7 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     spec->Flag = c.Flag;
     part.SetStaffSpecs(1, spec);
     Access.InitializePartTables(part);
-    const std::vector<bool> flags{
-        Access.ShowStems(1), Access.ShowBeams(1), Access.ShowTuplets(1),  Access.ShowDots(1),
-        Access.ShowRests(1), Access.ShowTies(1),  Access.StaffStemsUp(1), Access.StaffStemsDown(1)};
+    const std::vector<bool> flags = Access.DisplayFlags(1);
     EXPECT_EQ(flags, c.Expected) << c.Version << " " << c.MoreFlags;
   }
 }
@@ -276,8 +269,7 @@ TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
   // Back to treble at the start, bass again on the last beat behind the last entry.
   ClefList(3, 21, {{0, 0}, {3, 3072}});
   Fill(3, {Made(1024, kNote, {0}), Made(1024, kNote, {1})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 3);
+  XmlPart& part = Loaded(2, 3);
   EXPECT_EQ(Shape(MeasureOf(part, 2)), "note note attributes note note");
   EXPECT_EQ(Shape(MeasureOf(part, 3)), "attributes note note forward:1024 attributes");
   EXPECT_EQ(MeasureOf(part, 3).selectSingleNode("forward").xml(),
@@ -292,8 +284,7 @@ TEST_F(ContentTest, ClefsOfAPartOfTwoStavesCarryTheirStaff) {
   Fill(2, {Made(4096, kNote, {0})});
   Fill(6, {Made(2048, kNote, {0}), Made(2048, kNote, {2})});
   ClefList(2, 22, {{0, 0}, {3, 2048}}, 2);
-  XmlPart& part = Access.AddPart(2, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "attributes note backup:4096 note attributes note");
   EXPECT_EQ(measure.selectSingleNode("attributes[1]/clef").getAttribute("number"), "2")
@@ -309,8 +300,7 @@ TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
   items.Add(MeasureItem("DY", 2, 0, 2, 3000));
   items.Add(MeasureItem("DY", 3, 0, 3, 0));
   Access.SetItems(1, items);
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   EXPECT_EQ(Access.ItemCursor(1), 3) << "the items of measure 2 are taken, measure 3 waits";
   Access.LoadMeasures(part, 3, 3);
   EXPECT_EQ(Access.ItemCursor(1), 0) << "past the last item";
@@ -350,8 +340,7 @@ TEST_F(ContentTest, ExportedMeasuresFollowTheDocumentType) {
   const std::string written = Read(Path("out.xml"));
   EXPECT_TRUE(xml::test_support::ValidScore(written));
   auto doc = xml::XmlDocument::Create();
-  doc->validateOnParse = false;
-  doc->resolveExternals = false;
+  doc->validateOnParse = doc->resolveExternals = false;
   ASSERT_TRUE(doc->loadXML(written));
   EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/note").length(), 7);
   EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/forward").length(), 1)
