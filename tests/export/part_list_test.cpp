@@ -379,16 +379,6 @@ TEST_F(FinaleChannelsTest, DevicesFromTheList) {
   }
 }
 
-TEST_F(FinaleChannelsTest, FirstChannelOfADevice) {
-  FinaleChannels channels = From("OutName1=Alpha\nOutBase1=5\nOutName2=Beta\nOutBase2=33\n");
-  EXPECT_EQ(channels.First("Beta", 0), 33);
-  EXPECT_EQ(channels.First("Alpha", 2), 5);
-  EXPECT_EQ(channels.First("", 2), 33);
-  EXPECT_EQ(channels.First("Unknown", 1), 5);
-  EXPECT_EQ(channels.First("", 0), 1);
-  EXPECT_EQ(channels.First("", 9), 1);
-}
-
 TEST_F(FinaleChannelsTest, IndexOutOfRangeIsAnInternalFailure) {
   FinaleChannels channels = From("");
   for (int16_t index : {0, 65, -1}) {
