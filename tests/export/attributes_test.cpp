@@ -2,6 +2,8 @@
 // measure styles, where the time of a measure comes from, and staff styles met on the way.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "export_test_support.h"
 #include "shell/messages.h"
 
@@ -15,45 +17,39 @@ using namespace tools;
 
 class KeyTimeTest : public ElementTest {};
 
+// Expected: cancel, fifths and mode, "-" where the element is left out.
 TEST_F(KeyTimeTest, Keys) {
+  const std::optional<int16_t> none;
   struct Case {
     std::string Name;
     int16_t Key;
     std::optional<int16_t> OldKey;
     int16_t KeySig;
     bool KeyOpt, IgnoreKey, CancelOutgoing, ModeChange;
-    std::string Expected; // between <key> and </key>
+    std::string Expected;
   } cases[] = {
-      {"another mode", 0x203, std::nullopt, 0, false, false, true, false, "<fifths>3</fifths>"},
-      {"3 flats in B flat", 0xFD, std::nullopt, 2, false, false, true, false,
-       "<fifths>-1</fifths><mode>major</mode>"},
-      {"9 sharps simplified", 7, std::nullopt, 2, true, false, true, false,
-       "<fifths>-3</fifths><mode>major</mode>"},
-      {"9 flats simplified", 0xF9, std::nullopt, -2, true, false, true, false,
-       "<fifths>3</fifths><mode>major</mode>"},
-      {"no simplifying without a transposition", 7, std::nullopt, 0, true, false, true, false,
-       "<fifths>7</fifths><mode>major</mode>"},
-      {"9 sharps without the option", 7, std::nullopt, 2, false, false, true, false,
-       "<fifths>9</fifths><mode>major</mode>"},
-      {"A to D", 2, 3, 0, false, false, true, false,
-       "<cancel>3</cancel><fifths>2</fifths><mode>major</mode>"},
-      {"D to A", 3, 2, 0, false, false, true, false, "<fifths>3</fifths><mode>major</mode>"},
-      {"B flat to F", 0xFF, -2, 0, false, false, true, false,
-       "<cancel>-2</cancel><fifths>-1</fifths><mode>major</mode>"},
-      {"F to B flat", 0xFE, -1, 0, false, false, true, false,
-       "<fifths>-2</fifths><mode>major</mode>"},
-      {"C to G", 1, 0, 0, false, false, true, false, "<fifths>1</fifths><mode>major</mode>"},
-      {"D to F without the option", 0xFF, 2, 0, false, false, false, false,
-       "<fifths>-1</fifths><mode>major</mode>"},
-      {"mode only with the mode option", 0x102, 2, 0, false, false, true, true,
-       "<cancel>2</cancel><fifths>2</fifths><mode>minor</mode>"},
-      {"ignored key", 3, 0, 0, false, true, true, true, "<fifths>0</fifths><mode>major</mode>"},
-      {"ignored minor key", 0x103, std::nullopt, 2, false, true, true, false,
-       "<fifths>0</fifths><mode>major</mode>"},
-      {"old key not linear", 0, 0x4000, 0, false, false, true, false,
-       "<fifths>0</fifths><mode>major</mode>"},
-      {"old key transposed too", 0xFD, 0, 2, false, false, true, false,
-       "<cancel>2</cancel><fifths>-1</fifths><mode>major</mode>"},
+      {"C major", 0, none, 0, false, false, true, false, "- 0 major"},
+      {"A minor", 0x100, none, 0, false, false, true, false, "- 0 minor"},
+      {"another mode", 0x203, none, 0, false, false, true, false, "- 3 -"},
+      {"3 flats in B flat", 0xFD, none, 2, false, false, true, false, "- -1 major"},
+      {"9 sharps simplified", 7, none, 2, true, false, true, false, "- -3 major"},
+      {"9 flats simplified", 0xF9, none, -2, true, false, true, false, "- 3 major"},
+      {"no simplifying without a transposition", 7, none, 0, true, false, true, false, "- 7 major"},
+      {"9 sharps without the option", 7, none, 2, false, false, true, false, "- 9 major"},
+      {"D to F", 0xFF, 2, 0, false, false, true, false, "2 -1 major"},
+      {"A to D", 2, 3, 0, false, false, true, false, "3 2 major"},
+      {"D to A", 3, 2, 0, false, false, true, false, "- 3 major"},
+      {"B flat to F", 0xFF, -2, 0, false, false, true, false, "-2 -1 major"},
+      {"F to B flat", 0xFE, -1, 0, false, false, true, false, "- -2 major"},
+      {"G to C", 0, 1, 0, false, false, true, false, "1 0 major"},
+      {"C to G", 1, 0, 0, false, false, true, false, "- 1 major"},
+      {"D to F without the option", 0xFF, 2, 0, false, false, false, false, "- -1 major"},
+      {"mode only", 0x102, 2, 0, false, false, true, false, "- 2 minor"},
+      {"mode only with the mode option", 0x102, 2, 0, false, false, true, true, "2 2 minor"},
+      {"ignored key", 3, 0, 0, false, true, true, true, "- 0 major"},
+      {"ignored minor key", 0x103, none, 2, false, true, true, false, "- 0 major"},
+      {"old key not linear", 0, 0x4000, 0, false, false, true, false, "- 0 major"},
+      {"old key transposed too", 0xFD, 0, 2, false, false, true, false, "2 -1 major"},
   };
   for (const Case& c : cases) {
     XmlPart part;
@@ -61,7 +57,13 @@ TEST_F(KeyTimeTest, Keys) {
     part.TransposeKeyOpt = c.KeyOpt;
     part.IgnoreKey = c.IgnoreKey;
     Access.KeyOptions(c.CancelOutgoing, c.ModeChange);
-    EXPECT_EQ(Flat(Access.CreateKey(c.Key, part, c.OldKey)), "<key>" + c.Expected + "</key>")
+    std::istringstream parts(c.Expected);
+    std::string cancel, fifths, mode;
+    parts >> cancel >> fifths >> mode;
+    EXPECT_EQ(Flat(Access.CreateKey(c.Key, part, c.OldKey)),
+              "<key>" + (cancel == "-" ? "" : "<cancel>" + cancel + "</cancel>") + "<fifths>" +
+                  fifths + "</fifths>" + (mode == "-" ? "" : "<mode>" + mode + "</mode>") +
+                  "</key>")
         << c.Name;
   }
 }
@@ -179,31 +181,47 @@ TEST_F(CompositeTimeTest, TimeSources) {
   }
 }
 
-TEST_F(KeyTimeTest, KeyBasedTranspositions) {
-  const std::string unison = "<diatonic>0</diatonic><chromatic>0</chromatic>";
+// Transpositions by interval and key, or chromatically by interval and alteration. Expected:
+// diatonic, chromatic and the octave change when there is one; "" for no element.
+TEST_F(KeyTimeTest, Transpositions) {
   struct Case {
-    std::string Name;
-    int16_t Interval, KeySig;
+    bool Chromatic;
+    int16_t Interval, KeyOrAlteration;
     bool SuppressZero;
-    std::string Expected; // between <transpose> and </transpose>; "" for none
+    std::string Expected;
   } cases[] = {
-      {"none, suppressed", 0, 0, true, ""},
-      {"none, written", 0, 0, false, unison + "<octave-change>0</octave-change>"},
-      {"B flat clarinet", 1, 2, true, "<diatonic>-1</diatonic><chromatic>-2</chromatic>"},
-      {"tenor saxophone", 8, 2, true,
-       "<diatonic>-1</diatonic><chromatic>-2</chromatic><octave-change>-1</octave-change>"},
-      {"two octaves up", -14, 0, true, unison + "<octave-change>2</octave-change>"},
-      {"seven flats in unison", 0, -7, true, "<diatonic>0</diatonic><chromatic>1</chromatic>"},
-      {"seven sharps an octave up", -7, 7, true, "<diatonic>0</diatonic><chromatic>11</chromatic>"},
-      {"key only", 0, 5, true, "<diatonic>0</diatonic><chromatic>1</chromatic>"},
+      {false, 0, 0, true, ""},         {false, 0, 0, false, "0 0 0"},  {false, 1, 2, true, "-1 -2"},
+      {false, 8, 2, true, "-1 -2 -1"}, {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"},
+      {false, 0, -7, true, "0 1"},     {false, 7, -7, true, "0 -11"},  {false, -7, 7, true, "0 11"},
+      {false, 0, 5, true, "0 1"},      {false, 2, -3, true, "-2 -3"},  {false, 4, 1, true, "-4 -7"},
+      {false, 5, 3, true, "-5 -9"},    {false, 7, 0, true, "0 0 -1"},  {false, 0, 7, true, "0 -1"},
+      {true, -2, 0, true, "2 4"},      {true, 0, 1, true, "0 -1"},     {true, 0, 0, true, ""},
+      {true, 0, 0, false, "0 0 0"},    {true, 1, 0, true, "-1 -2"},    {true, 1, 1, true, "-1 -3"},
+      {true, -1, -1, true, "1 3"},     {true, 6, 0, true, "-6 -11"},   {true, 7, 0, true, "0 0 -1"},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.Chromatic ? "chromatic " : "by key ") + std::to_string(c.Interval) +
+                 " " + std::to_string(c.KeyOrAlteration));
+    std::istringstream values(c.Expected);
+    std::string diatonic, chromatic, octave;
+    values >> diatonic >> chromatic >> octave;
+    const std::string expected =
+        c.Expected.empty()
+            ? "(none)"
+            : "<transpose><diatonic>" + diatonic + "</diatonic><chromatic>" + chromatic +
+                  "</chromatic>" +
+                  (octave.empty() ? "" : "<octave-change>" + octave + "</octave-change>") +
+                  "</transpose>";
     XmlPart part;
-    part.TransposeKeyOptInterval = c.Interval;
-    part.TransposeKeySig = c.KeySig;
-    EXPECT_EQ(Flat(Access.CreateTranspose(part, c.SuppressZero)),
-              c.Expected.empty() ? "(none)" : "<transpose>" + c.Expected + "</transpose>")
-        << c.Name;
+    part.TransposeChromatic = c.Chromatic;
+    (c.Chromatic ? part.TransposeChromaticInterval : part.TransposeKeyOptInterval) = c.Interval;
+    (c.Chromatic ? part.TransposeChromaticAlter : part.TransposeKeySig) = c.KeyOrAlteration;
+    EXPECT_EQ(Flat(Access.CreateTranspose(part, c.SuppressZero)), expected);
+    if (c.Chromatic) {
+      EXPECT_EQ(
+          Flat(Access.CreateTransposeChromatic(c.Interval, c.KeyOrAlteration, c.SuppressZero)),
+          expected);
+    }
   }
   EXPECT_TRUE(User.Messages.empty());
 }
@@ -220,37 +238,6 @@ TEST_F(KeyTimeTest, TranspositionsOutsideTheTableShowAMessage) {
     EXPECT_EQ(User.Messages[0].Text,
               FormatResString(210, {std::to_string(interval), std::to_string(keySig)}));
     EXPECT_EQ(User.Messages[0].Style, platform::kMbOk);
-  }
-}
-
-// A part that transposes chromatically goes the same way as the element maker.
-TEST_F(KeyTimeTest, ChromaticTranspositions) {
-  struct Case {
-    int16_t Interval, Alteration;
-    bool SuppressZero;
-    std::string Expected; // between <transpose> and </transpose>; "" for none
-  } cases[] = {
-      {0, 0, true, ""},
-      {0, 0, false,
-       "<diatonic>0</diatonic><chromatic>0</chromatic><octave-change>0</octave-change>"},
-      {1, 0, true, "<diatonic>-1</diatonic><chromatic>-2</chromatic>"},
-      {1, 1, true, "<diatonic>-1</diatonic><chromatic>-3</chromatic>"},
-      {-1, -1, true, "<diatonic>1</diatonic><chromatic>3</chromatic>"},
-      {6, 0, true, "<diatonic>-6</diatonic><chromatic>-11</chromatic>"},
-      {7, 0, true,
-       "<diatonic>0</diatonic><chromatic>0</chromatic><octave-change>-1</octave-change>"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::to_string(c.Interval) + " " + std::to_string(c.Alteration));
-    const std::string expected =
-        c.Expected.empty() ? "(none)" : "<transpose>" + c.Expected + "</transpose>";
-    EXPECT_EQ(Flat(Access.CreateTransposeChromatic(c.Interval, c.Alteration, c.SuppressZero)),
-              expected);
-    XmlPart part;
-    part.TransposeChromatic = true;
-    part.TransposeChromaticInterval = c.Interval;
-    part.TransposeChromaticAlter = c.Alteration;
-    EXPECT_EQ(Flat(Access.CreateTranspose(part, c.SuppressZero)), expected);
   }
 }
 
@@ -272,21 +259,26 @@ protected:
   }
 };
 
-// The ends of the clef table and one clef of each shape; any other number is a treble clef.
+// Expected: sign, line and octave change, "-" where left out; numbers beyond the table are
+// treble clefs.
 TEST_F(StaffDetailsTest, Clefs) {
   const std::pair<int16_t, std::string> cases[] = {
-      {0, "<sign>G</sign><line>2</line>"},
-      {4, "<sign>Percussion</sign>"},
-      {5, "<sign>G</sign><line>2</line><clef-octave-change>-1</clef-octave-change>"},
-      {13, "<sign>G</sign><line>2</line><clef-octave-change>+1</clef-octave-change>"},
-      {15, "<sign>none</sign>"},
-      {17, "<sign>TAB</sign><line>5</line>"},
-      {18, "<sign>G</sign><line>2</line>"},
-      {-1, "<sign>G</sign><line>2</line>"},
-      {255, "<sign>G</sign><line>2</line>"},
-  };
-  for (const auto& [number, expected] : cases)
-    EXPECT_EQ(Flat(Access.CreateClef(number)), "<clef>" + expected + "</clef>") << number;
+      {0, "G 2 -"},           {1, "C 3 -"},    {2, "C 4 -"},   {3, "F 4 -"},
+      {4, "Percussion - -"},  {5, "G 2 -1"},   {6, "F 4 -1"},  {7, "F 3 -"},
+      {8, "G 1 -"},           {9, "C 5 -"},    {10, "C 2 -"},  {11, "C 1 -"},
+      {12, "Percussion - -"}, {13, "G 2 +1"},  {14, "F 4 +1"}, {15, "none - -"},
+      {16, "TAB 5 -"},        {17, "TAB 5 -"}, {18, "G 2 -"},  {-1, "G 2 -"},
+      {255, "G 2 -"}};
+  for (const auto& [number, clef] : cases) {
+    std::istringstream parts(clef);
+    std::string sign, line, octave;
+    parts >> sign >> line >> octave;
+    EXPECT_EQ(Flat(Access.CreateClef(number)),
+              "<clef><sign>" + sign + "</sign>" + (line == "-" ? "" : "<line>" + line + "</line>") +
+                  (octave == "-" ? "" : "<clef-octave-change>" + octave + "</clef-octave-change>") +
+                  "</clef>")
+        << number;
+  }
 }
 
 // MIDI keys 0 to 127 as strings of a tablature staff; black keys are sharps.
