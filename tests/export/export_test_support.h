@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -214,6 +215,18 @@ inline std::string Unbroken(const std::string& text) {
 // <key><cancel>2</cancel><fifths>-1</fifths></key>.
 inline std::string Flat(const xml::XmlNode& node) {
   return node ? Unbroken(node.xml()) : "(none)";
+}
+// An element of text children as the file writes it: Compose("key", {"cancel", "fifths"},
+// "- 2") is <key><fifths>2</fifths></key>. Values are taken in order; "-" or a missing value
+// leaves its child out; no values at all stand for no element, "(none)".
+inline std::string Compose(const std::string& name, const std::vector<std::string>& children,
+                           const std::string& values) {
+  if (values.empty()) return "(none)";
+  std::istringstream in(values);
+  std::string text = "<" + name + ">", value;
+  for (const std::string& child : children)
+    if (in >> value && value != "-") text += "<" + child + ">" + value + "</" + child + ">";
+  return text + "</" + name + ">";
 }
 // The texts of the nodes that the path selects.
 inline std::vector<std::string> Texts(const xml::XmlNode& node, const std::string& path) {

@@ -22,6 +22,9 @@ protected:
       found.push_back(FlatNode(Measure(part, m) + path));
     return found;
   }
+  static std::string Key(const std::string& values) {
+    return testing::Compose("key", {"cancel", "fifths", "mode"}, values);
+  }
   void SetMeflag(int16_t measure, int32_t meflag) {
     SetRecord("MeasureSpec", measure, 0, {{"Meflag", static_cast<int16_t>(meflag)}});
   }
@@ -187,11 +190,8 @@ TEST_F(MeasureSkeletonTest, KeyChangesWithCancels) {
   SetKey(5, 0x103); // A major to F sharp minor
   ExportOk();
   EXPECT_EQ(PerMeasure(1, 5, "/attributes/key"),
-            (std::vector<std::string>{
-                "<key><fifths>2</fifths><mode>major</mode></key>",
-                "<key><cancel>2</cancel><fifths>-1</fifths><mode>major</mode></key>", "(none)",
-                "<key><cancel>-1</cancel><fifths>3</fifths><mode>major</mode></key>",
-                "<key><fifths>3</fifths><mode>minor</mode></key>"}));
+            (std::vector<std::string>{Key("- 2 major"), Key("2 -1 major"), "(none)",
+                                      Key("-1 3 major"), Key("- 3 minor")}));
 }
 
 // Staves with floating keys take the key of their own float, else the score's.
@@ -207,14 +207,9 @@ TEST_F(MeasureSkeletonTest, FloatingKeysPerPart) {
   SetRecord("MeasureFloat", 2, 2, {{"Flag", 0x800}, {"Key", 1}});
   ExportOk();
   EXPECT_EQ(PerMeasure(1, 3, "/attributes/key"),
-            (std::vector<std::string>{
-                "<key><fifths>2</fifths><mode>major</mode></key>", "(none)",
-                "<key><cancel>2</cancel><fifths>0</fifths><mode>major</mode></key>"}));
+            (std::vector<std::string>{Key("- 2 major"), "(none)", Key("2 0 major")}));
   EXPECT_EQ(PerMeasure(2, 3, "/attributes/key"),
-            (std::vector<std::string>{
-                "<key><fifths>-3</fifths><mode>major</mode></key>",
-                "<key><cancel>-3</cancel><fifths>1</fifths><mode>major</mode></key>",
-                "<key><cancel>1</cancel><fifths>0</fifths><mode>major</mode></key>"}));
+            (std::vector<std::string>{Key("- -3 major"), Key("-3 1 major"), Key("1 0 major")}));
 }
 
 TEST_F(MeasureSkeletonTest, IgnoredKeyIsWrittenAsC) {
@@ -224,8 +219,7 @@ TEST_F(MeasureSkeletonTest, IgnoredKeyIsWrittenAsC) {
   SetKey(2, -2);
   SetRecord("StaffSpec", 1, 0, {{"Instflag", 0x1}});
   ExportOk();
-  EXPECT_EQ(PerMeasure(1, 2, "/attributes/key"),
-            std::vector<std::string>(2, "<key><fifths>0</fifths><mode>major</mode></key>"));
+  EXPECT_EQ(PerMeasure(1, 2, "/attributes/key"), std::vector<std::string>(2, Key("- 0 major")));
 }
 
 TEST_F(MeasureSkeletonTest, TimeChanges) {
@@ -314,8 +308,7 @@ TEST_F(MeasureSkeletonTest, TranspositionsByStaffAndStyle) {
   ExportOk();
   EXPECT_EQ(FlatNode(Measure(2, 1) + "/attributes/transpose"),
             "<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic></transpose>");
-  EXPECT_EQ(FlatNode(Measure(2, 1) + "/attributes/key"),
-            "<key><fifths>2</fifths><mode>major</mode></key>");
+  EXPECT_EQ(FlatNode(Measure(2, 1) + "/attributes/key"), Key("- 2 major"));
   EXPECT_EQ(Count("part[2]/measure/attributes/transpose"), 1);
   EXPECT_EQ(Count(Measure(1, 1) + "/attributes/transpose"), 0);
   EXPECT_EQ(PerMeasure(1, 6, "/attributes"),
