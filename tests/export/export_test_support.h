@@ -106,9 +106,6 @@ struct ToXmlTestAccess {
     x.MeasureItems_[slot] = items;
     x.MeasureItemCursor[slot] = items.Count() > 0 ? 1 : 0;
   }
-  bool RangeCheck(int16_t first, int16_t last) { return x.RangeCheck(first, last); }
-  XmlPart* FindXmlPart(int16_t staff) { return x.FindXmlPart(staff); }
-  void PruneInstruments(XmlPart& part) { x.PruneInstruments(part); }
   int16_t NumberOfParts() const { return x.NumberOfParts; }
   XmlPart& Part(int16_t number) { return *x.XmlParts.at(number); }
   xml::XmlNode Root() const { return x.root_; }
@@ -123,65 +120,42 @@ struct ToXmlTestAccess {
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, std::optional<int16_t> oldKey) {
     return x.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
   }
-  void ParseTimeSignature(const MeasureSpec& measure, int16_t& beats, int16_t& divBeat,
-                          bool& compositeBeats, bool& compositeDiv, bool& symbol, int16_t staff) {
-    x.ParseTimeSignature(measure, beats, divBeat, compositeBeats, compositeDiv, symbol, staff);
+  // The engine's own operations under their own names.
+  template <class... A> auto RangeCheck(A&&... a) { return x.RangeCheck(a...); }
+  template <class... A> auto FindXmlPart(A&&... a) { return x.FindXmlPart(a...); }
+  template <class... A> auto PruneInstruments(A&&... a) { return x.PruneInstruments(a...); }
+  template <class... A> auto ParseTimeSignature(A&&... a) { return x.ParseTimeSignature(a...); }
+  template <class... A> auto CreateTime(A&&... a) { return x.CreateTime(a...); }
+  template <class... A> auto CreateTranspose(A&&... a) { return x.CreateTranspose(a...); }
+  template <class... A> auto CreateTransposeChromatic(A&&... a) {
+    return x.CreateTransposeChromatic(a...);
   }
-  static void ConvertTime(int16_t beats, int16_t divBeat, int16_t& outBeats, int16_t& outBeatType) {
-    ToXml::ConvertTime(beats, divBeat, outBeats, outBeatType);
+  template <class... A> auto CreateClef(A&&... a) { return x.CreateClef(a...); }
+  template <class... A> auto CreateStaffDetails(A&&... a) { return x.CreateStaffDetails(a...); }
+  template <class... A> auto CreateStaffTuning(A&&... a) { return x.CreateStaffTuning(a...); }
+  template <class... A> auto CreateMeasureStyleElement(A&&... a) {
+    return x.CreateMeasureStyleElement(a...);
   }
-  xml::XmlNode CreateTime(int16_t beats, int16_t divBeat, bool compositeBeats, bool compositeDiv,
-                          bool symbol) {
-    return x.CreateTime(beats, divBeat, compositeBeats, compositeDiv, symbol);
+  template <class... A> auto SwitchStaffStyle(A&&... a) { return x.SwitchStaffStyle(a...); }
+  template <class... A> auto ConvertDurations(A&&... a) { return x.ConvertDurations(a...); }
+  template <class... A> auto CleanupInitialTempo(A&&... a) { return x.CleanupInitialTempo(a...); }
+  template <class... A> auto RemoveDuplicateWavyLine(A&&... a) {
+    return x.RemoveDuplicateWavyLine(a...);
   }
-  xml::XmlNode CreateTranspose(const XmlPart& part, bool suppressZero) {
-    return x.CreateTranspose(part, suppressZero);
-  }
-  xml::XmlNode CreateTransposeChromatic(int16_t interval, int16_t alteration, bool suppressZero) {
-    return x.CreateTransposeChromatic(interval, alteration, suppressZero);
-  }
-  xml::XmlNode CreateClef(int16_t number) { return x.CreateClef(number); }
-  xml::XmlNode CreateStaffDetails(const XmlPart& part, int16_t staff) {
-    return x.CreateStaffDetails(part, staff);
-  }
-  xml::XmlNode CreateStaffTuning(int16_t pitch) { return x.CreateStaffTuning(pitch); }
-  xml::XmlNode CreateMeasureStyleElement(const XmlPart& part, int16_t staff) {
-    return x.CreateMeasureStyleElement(part, staff);
-  }
+  template <class... A> auto InitializePartTables(A&&... a) { return x.InitializePartTables(a...); }
+  template <class... A> auto AddClef(A&&... a) { return x.AddClef(a...); }
+  template <class... A> auto AddBeams(A&&... a) { return x.AddBeams(a...); }
+  template <class... A> auto StartOfTie(A&&... a) { return x.StartOfTie(a...); }
+  template <class... A> auto CreatePitch(A&&... a) { return x.CreatePitch(a...); }
+  template <class... A> auto CreateAccidental(A&&... a) { return x.CreateAccidental(a...); }
+  template <class... A> auto FindPrintObject(A&&... a) { return x.FindPrintObject(a...); }
+  template <class... A> auto InitializeLocales(A&&... a) { return x.InitializeLocales(a...); }
+  template <class... A> static auto ConvertTime(A&&... a) { return ToXml::ConvertTime(a...); }
+  template <class... A> static auto ParseDuration(A&&... a) { return ToXml::ParseDuration(a...); }
+  template <class... A> static auto ItemOffset(A&&... a) { return ToXml::ItemOffset(a...); }
+  template <class... A> static auto ItemDue(A&&... a) { return ToXml::ItemDue(a...); }
   std::vector<std::string>& OpenMeasureStyle() { return x.OpenMeasureStyle; }
-  void SwitchStaffStyle(xml::XmlNode measure, XmlPart& part, int16_t staff, int32_t edu,
-                        bool atStart) {
-    x.SwitchStaffStyle(measure, part, staff, edu, atStart);
-  }
-  void ConvertDurations(XmlPart& part) { x.ConvertDurations(part); }
-  void CleanupInitialTempo() { x.CleanupInitialTempo(); }
-  void RemoveDuplicateWavyLine(xml::XmlNode note) { x.RemoveDuplicateWavyLine(note); }
-  static void ParseDuration(int32_t duration, std::string& type, int16_t& dots) {
-    ToXml::ParseDuration(duration, type, dots);
-  }
   bool& TempoWritten() { return x.TempoWritten; }
-  void InitializePartTables(XmlPart& part) { x.InitializePartTables(part); }
-  void AddClef(xml::XmlNode measure, xml::XmlNode clef, int16_t number) {
-    x.AddClef(measure, clef, number);
-  }
-  void AddBeams(xml::XmlNode note, int16_t previous, int16_t thisLevels, int16_t next) {
-    x.AddBeams(note, previous, thisLevels, next);
-  }
-  xml::XmlNode StartOfTie(xml::XmlNode note) { return x.StartOfTie(note); }
-  xml::XmlNode CreatePitch(int16_t displacement, int16_t alteration, XmlPart& part) {
-    return x.CreatePitch(displacement, alteration, part);
-  }
-  xml::XmlNode CreateAccidental(int16_t alter, int32_t entnum, int16_t noteID,
-                                const std::string& font, bool& quarterTone) {
-    return x.CreateAccidental(alter, entnum, noteID, font, quarterTone);
-  }
-  std::string FindPrintObject(int16_t layer, int16_t staff, const XmlPart& part) {
-    return x.FindPrintObject(layer, staff, part);
-  }
-  static int32_t ItemOffset(bool placeFirst, int32_t edu, int32_t position) {
-    return ToXml::ItemOffset(placeFirst, edu, position);
-  }
-  static bool ItemDue(int32_t edu, int32_t position) { return ToXml::ItemDue(edu, position); }
   int32_t ItemCursor(int16_t slot) const { return x.MeasureItemCursor.at(slot); }
   void SetShowTies(int16_t staff, bool value) { x.ShowTies.at(staff) = value; }
   void SetShowBeams(int16_t staff, bool value) { x.ShowBeams.at(staff) = value; }
@@ -191,7 +165,6 @@ struct ToXmlTestAccess {
   bool& LayerCue(int layer) { return x.LayerCue.at(layer); }
   bool& GraceAlwaysSlash() { return x.GraceAlwaysSlash; }
   void SetFinaleVersion(int32_t version) { x.FinaleVersion = version; }
-  void InitializeLocales() { x.InitializeLocales(); }
   const std::vector<int32_t>& FontLocales() const { return x.FontLocales; }
   const std::vector<std::string>& FontLanguages() const { return x.FontLanguages; }
   // The display flags of a staff: stems, beams, tuplets, dots, rests, ties, up, down.
