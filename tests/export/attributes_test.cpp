@@ -76,6 +76,18 @@ TEST_F(KeyTimeTest, ConvertTime) {
   }
 }
 
+// A symbol is written when asked for, and only for 4/4 and 2/2.
+TEST_F(KeyTimeTest, TimeSymbolsOnlyForCommonAndCut) {
+  EXPECT_EQ(Flat(Access.CreateTime(4, 1024, false, false, true)),
+            "<time symbol=\"common\"><beats>4</beats><beat-type>4</beat-type></time>");
+  EXPECT_EQ(Flat(Access.CreateTime(2, 2048, false, false, true)),
+            "<time symbol=\"cut\"><beats>2</beats><beat-type>2</beat-type></time>");
+  EXPECT_EQ(Flat(Access.CreateTime(2, 1024, false, false, true)),
+            testing::Compose("time", {"beats", "beat-type"}, "2 4"));
+  EXPECT_EQ(Flat(Access.CreateTime(4, 1024, false, false, false)),
+            testing::Compose("time", {"beats", "beat-type"}, "4 4"));
+}
+
 class CompositeTimeTest : public testing::ExportTest {
 protected:
   ToXml Engine;

@@ -79,6 +79,7 @@ TEST_F(HeaderTest, SoftwareAndDateByHostYear) {
     ExportOk();
     EXPECT_EQ(Text("identification/encoding/software"), c.Software);
     EXPECT_EQ(Count("identification/encoding/encoding-date"), c.Dates);
+    EXPECT_EQ(Count("identification/encoding/*"), 1 + c.Dates);
     EXPECT_EQ(Text("movement-title"), c.Title);
     EXPECT_TRUE(User.Messages.empty());
   }

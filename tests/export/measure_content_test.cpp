@@ -283,6 +283,7 @@ TEST_F(ContentTest, SecondStaffBacksUpAndNumbersItsVoicesAndClefs) {
   EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "9", "9"}));
   EXPECT_EQ(Texts(measure, "note/staff"), (std::vector<std::string>{"1", "2", "2"}));
   EXPECT_EQ(part.Voices, 2);
+  EXPECT_EQ(part.Layers.at(2), 0);
 }
 
 TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
