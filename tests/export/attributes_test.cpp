@@ -47,8 +47,7 @@ TEST_F(KeyTimeTest, Keys) {
       {"ignored key", 3, 0, 0, false, true, true, true, "- 0 major"},
       {"ignored minor key", 0x103, none, 2, false, true, true, false, "- 0 major"},
       {"old key not linear", 0, 0x4000, 0, false, false, true, false, "- 0 major"},
-      {"old key transposed too", 0xFD, 0, 2, false, false, true, false, "2 -1 major"},
-  };
+      {"old key transposed too", 0xFD, 0, 2, false, false, true, false, "2 -1 major"}};
   for (const Case& c : cases) {
     XmlPart part;
     part.TransposeKeySig = c.KeySig;
@@ -121,8 +120,7 @@ TEST_F(CompositeTimeTest, CompositeTimes) {
        "<time><beats>5</beats><beat-type>4</beat-type></time>"},
       {"more denominators than numerators", 2, 3, true, true,
        "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>2</beat-type>"
-       "</time>"},
-  };
+       "</time>"}};
   for (const Case& c : cases)
     EXPECT_EQ(Flat(Access.CreateTime(c.Beats, c.DivBeat, c.CompositeBeats, c.CompositeDiv, true)),
               c.Expected)
@@ -164,13 +162,11 @@ TEST_F(CompositeTimeTest, TimeSources) {
     int16_t Measure, Staff;
     int16_t Beats, DivBeat;
     bool CompositeBeats, CompositeDiv, Symbol;
-  } cases[] = {
-      {1, 0, 4, 1024, false, false, true}, {2, 0, 2, 2048, false, false, true},
-      {3, 0, 3, 1024, false, false, true}, {4, 0, 4, 1024, false, false, false},
-      {5, 0, 1, 1, true, true, false},     {6, 0, 4, 1024, false, false, true},
-      {6, 1, 5, 512, false, false, false}, {7, 1, 4, 1024, false, false, true},
-      {8, 1, 4, 1024, false, false, true},
-  };
+  } cases[] = {{1, 0, 4, 1024, false, false, true}, {2, 0, 2, 2048, false, false, true},
+               {3, 0, 3, 1024, false, false, true}, {4, 0, 4, 1024, false, false, false},
+               {5, 0, 1, 1, true, true, false},     {6, 0, 4, 1024, false, false, true},
+               {6, 1, 5, 512, false, false, false}, {7, 1, 4, 1024, false, false, true},
+               {8, 1, 4, 1024, false, false, true}};
   for (const Case& c : cases) {
     MeasureSpec spec;
     ASSERT_TRUE(spec.Load(c.Measure, 0));
@@ -194,16 +190,18 @@ TEST_F(KeyTimeTest, Transpositions) {
     int16_t Interval, KeyOrAlteration;
     bool SuppressZero;
     std::string Expected;
-  } cases[] = {
-      {false, 0, 0, true, ""},         {false, 0, 0, false, "0 0 0"},  {false, 1, 2, true, "-1 -2"},
-      {false, 8, 2, true, "-1 -2 -1"}, {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"},
-      {false, 0, -7, true, "0 1"},     {false, 7, -7, true, "0 -11"},  {false, -7, 7, true, "0 11"},
-      {false, 0, 5, true, "0 1"},      {false, 2, -3, true, "-2 -3"},  {false, 4, 1, true, "-4 -7"},
-      {false, 5, 3, true, "-5 -9"},    {false, 7, 0, true, "0 0 -1"},  {false, 0, 7, true, "0 -1"},
-      {true, -2, 0, true, "2 4"},      {true, 0, 1, true, "0 -1"},     {true, 0, 0, true, ""},
-      {true, 0, 0, false, "0 0 0"},    {true, 1, 0, true, "-1 -2"},    {true, 1, 1, true, "-1 -3"},
-      {true, -1, -1, true, "1 3"},     {true, 6, 0, true, "-6 -11"},   {true, 7, 0, true, "0 0 -1"},
-  };
+  } cases[] = {{false, 0, 0, true, ""},        {false, 0, 0, false, "0 0 0"},
+               {false, 1, 2, true, "-1 -2"},   {false, 8, 2, true, "-1 -2 -1"},
+               {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"},
+               {false, 0, -7, true, "0 1"},    {false, 7, -7, true, "0 -11"},
+               {false, -7, 7, true, "0 11"},   {false, 0, 5, true, "0 1"},
+               {false, 2, -3, true, "-2 -3"},  {false, 4, 1, true, "-4 -7"},
+               {false, 5, 3, true, "-5 -9"},   {false, 7, 0, true, "0 0 -1"},
+               {false, 0, 7, true, "0 -1"},    {true, -2, 0, true, "2 4"},
+               {true, 0, 1, true, "0 -1"},     {true, 0, 0, true, ""},
+               {true, 0, 0, false, "0 0 0"},   {true, 1, 0, true, "-1 -2"},
+               {true, 1, 1, true, "-1 -3"},    {true, -1, -1, true, "1 3"},
+               {true, 6, 0, true, "-6 -11"},   {true, 7, 0, true, "0 0 -1"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.Chromatic ? "chromatic " : "by key ") + std::to_string(c.Interval) +
                  " " + std::to_string(c.KeyOrAlteration));
@@ -303,8 +301,7 @@ TEST_F(StaffDetailsTest, MeasureStyleElements) {
       {kTwoBarRepeat, 0, "<measure-repeat slashes=\"2\" type=\"start\">2</measure-repeat>"},
       {0, 0, "(none)"},
       {5, 0, "(none)"},
-      {6, 0, "(none)"},
-  };
+      {6, 0, "(none)"}};
   for (const Case& c : cases) {
     XmlPart part = PartOf(1);
     part.AlternateNotation.at(1) = c.Notation;

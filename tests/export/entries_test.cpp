@@ -137,10 +137,8 @@ TEST_F(EntriesTest, PitchesFollowKeyAndAlteration) {
   struct Case {
     int16_t Fifths, Tcd, Alteration;
     std::string Pitch;
-  } cases[] = {
-      {0, 0, 0, "C4"},   {0, 7, 0, "C5"},  {0, -1, 0, "B3"},    {0, 3, 1, "F1 4"},
-      {1, 3, 0, "F1 4"}, {1, 3, -1, "F4"}, {-2, 6, 0, "B-1 4"}, {-2, 6, -1, "B-2 4"},
-  };
+  } cases[] = {{0, 0, 0, "C4"},   {0, 7, 0, "C5"},  {0, -1, 0, "B3"},    {0, 3, 1, "F1 4"},
+               {1, 3, 0, "F1 4"}, {1, 3, -1, "F4"}, {-2, 6, 0, "B-1 4"}, {-2, 6, -1, "B-2 4"}};
   for (const Case& c : cases) {
     xml::XmlNode key = Access.Element("key");
     key.appendChild(Access.Element("fifths", std::to_string(c.Fifths)));
@@ -261,17 +259,15 @@ TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
     int16_t Alter, NoteID, Altacc;
     std::string Text;
     bool QuarterTone;
-  } cases[] = {
-      {2004, 0, 1, 66, "quarter-flat", true},
-      {2004, 1, 1, 66, "sharp", true},
-      {2004, -1, 1, 181, "flat", true},
-      {2004, 0, 1, 181, "quarter-sharp", true},
-      {2004, -1, 1, 73, "three-quarters-flat", true},
-      {2004, 0, 2, 66, "natural", false},
-      {2004, 2, 1, 65, "double-sharp", false},
-      {2000, 0, 1, 66, "natural", false},
-      {2004, 3, 1, 66, "", false},
-  };
+  } cases[] = {{2004, 0, 1, 66, "quarter-flat", true},
+               {2004, 1, 1, 66, "sharp", true},
+               {2004, -1, 1, 181, "flat", true},
+               {2004, 0, 1, 181, "quarter-sharp", true},
+               {2004, -1, 1, 73, "three-quarters-flat", true},
+               {2004, 0, 2, 66, "natural", false},
+               {2004, 2, 1, 65, "double-sharp", false},
+               {2000, 0, 1, 66, "natural", false},
+               {2004, 3, 1, 66, "", false}};
   for (const Case& c : cases) {
     auto& records = HostSim().Doc().Records;
     if (auto table = records.find("AcciAlterations"); table != records.end())

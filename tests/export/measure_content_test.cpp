@@ -127,13 +127,11 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     int16_t MoreFlags;
     int16_t Flag;
     std::vector<bool> Expected; // stems, beams, tuplets, dots, rests, ties, up, down
-  } cases[] = {
-      {2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
-      {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
-      {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
-      {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
-      {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}},
-  };
+  } cases[] = {{2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
+               {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
+               {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
+               {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
+               {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}}};
   for (const Case& c : cases) {
     Access.Start(c.Version);
     XmlPart& part = Access.AddPart(1, 1, 1);
@@ -174,8 +172,7 @@ TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
        "</measure>",
        0,
        "<measure><attributes><clef/></attributes><note/><attributes><time/></attributes>"
-       "</measure>"},
-  };
+       "</measure>"}};
   for (const Case& c : cases) {
     const xml::XmlNode measure = Access.Parse(c.Measure);
     Access.AddClef(measure, Access.Element("clef"), c.Number);
@@ -187,17 +184,15 @@ TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
   struct Case {
     int16_t Previous, This, Next;
     std::vector<std::string> Beams;
-  } cases[] = {
-      {0, 1, 1, {"begin"}},
-      {1, 1, 1, {"continue"}},
-      {1, 1, 0, {"end"}},
-      {0, 2, 1, {"begin", "forward hook"}},
-      {1, 2, 0, {"end", "backward hook"}},
-      {2, 3, 2, {"continue", "continue", "backward hook"}},
-      {1, 3, 2, {"continue", "begin", "forward hook"}},
-      {0, 0, 1, {}},
-      {0, 2, 0, {}},
-  };
+  } cases[] = {{0, 1, 1, {"begin"}},
+               {1, 1, 1, {"continue"}},
+               {1, 1, 0, {"end"}},
+               {0, 2, 1, {"begin", "forward hook"}},
+               {1, 2, 0, {"end", "backward hook"}},
+               {2, 3, 2, {"continue", "continue", "backward hook"}},
+               {1, 3, 2, {"continue", "begin", "forward hook"}},
+               {0, 0, 1, {}},
+               {0, 2, 0, {}}};
   for (const Case& c : cases) {
     const xml::XmlNode note = Access.Parse("<note><type>16th</type><notations/><lyric/></note>");
     Access.AddBeams(note, c.Previous, c.This, c.Next);
@@ -220,11 +215,10 @@ TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
     int32_t Edu, Position;
     bool PlaceFirst, Due;
     int32_t Offset;
-  } cases[] = {
-      {1024, 1071, false, true, 0}, {1072, 1024, false, true, 48}, {1073, 1024, false, false, 49},
-      {0, 2048, false, true, 0},    {300, 1024, true, true, 300},  {40, 1024, true, true, 0},
-      {1024, 1024, false, true, 0}, {976, 1024, false, true, -48},
-  };
+  } cases[] = {{1024, 1071, false, true, 0},   {1072, 1024, false, true, 48},
+               {1073, 1024, false, false, 49}, {0, 2048, false, true, 0},
+               {300, 1024, true, true, 300},   {40, 1024, true, true, 0},
+               {1024, 1024, false, true, 0},   {976, 1024, false, true, -48}};
   for (const Case& c : cases) {
     EXPECT_EQ(ToXmlTestAccess::ItemDue(c.Edu, c.Position), c.Due) << c.Edu << " " << c.Position;
     EXPECT_EQ(ToXmlTestAccess::ItemOffset(c.PlaceFirst, c.Edu, c.Position), c.Offset)
@@ -408,8 +402,7 @@ TEST_F(DurationsTest, UnitChosenFromSmallestNoteAndTupletFactor) {
        Note(2048, "half") + "<backup><duration>2048</duration>"
                             "</backup><forward><duration>1024</duration></forward>",
        "1",
-       {"2", "2", "1"}},
-  };
+       {"2", "2", "1"}}};
   for (const Case& c : cases) {
     XmlPart& part = PartOf(c.Notes);
     Access.ConvertDurations(part);
@@ -475,8 +468,7 @@ TEST_F(DurationsTest, RemoveDuplicateWavyLineKeepsOneAndDropsEmptiedParents) {
        "</note>"},
       {"<note><notations>" + continues + "</notations></note>",
        "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
-       "</note>"},
-  };
+       "</note>"}};
   for (const Case& c : cases) {
     xml::XmlNode note = Access.Parse(c.Note);
     Access.RemoveDuplicateWavyLine(note);

@@ -71,23 +71,21 @@ TEST_F(MeasureSkeletonTest, BarStylesAndRepeats) {
   struct Case {
     int32_t Meflag;
     std::string Left, Right;
-  } cases[] = {
-      {kNormalBarline, "(none)", "(none)"},
-      {0x00, "(none)", right("none")},
-      {kDoubleBarline, "(none)", right("light-light")},
-      {0x30, "(none)", right("dotted")},
-      {0x40, "(none)", right("heavy")},
-      {0x50, "(none)", right("light-heavy")},
-      {0x60, "(none)", right("dotted")},
-      {0x70, "(none)", "(none)"},
-      {kDoubleBarline | kForwardRepeat,
-       "<barline location=\"left\"><repeat direction=\"forward\"/></barline>",
-       right("light-light")},
-      {kNormalBarline | kForwardRepeat, forward, "(none)"},
-      {kNormalBarline | kBackwardRepeat, "(none)", backward},
-      {kDoubleBarline | kBackwardRepeat, "(none)", backward},
-      {kNormalBarline | kForwardRepeat | kBackwardRepeat, forward, backward},
-  };
+  } cases[] = {{kNormalBarline, "(none)", "(none)"},
+               {0x00, "(none)", right("none")},
+               {kDoubleBarline, "(none)", right("light-light")},
+               {0x30, "(none)", right("dotted")},
+               {0x40, "(none)", right("heavy")},
+               {0x50, "(none)", right("light-heavy")},
+               {0x60, "(none)", right("dotted")},
+               {0x70, "(none)", "(none)"},
+               {kDoubleBarline | kForwardRepeat,
+                "<barline location=\"left\"><repeat direction=\"forward\"/></barline>",
+                right("light-light")},
+               {kNormalBarline | kForwardRepeat, forward, "(none)"},
+               {kNormalBarline | kBackwardRepeat, "(none)", backward},
+               {kDoubleBarline | kBackwardRepeat, "(none)", backward},
+               {kNormalBarline | kForwardRepeat | kBackwardRepeat, forward, backward}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Meflag);
     StartScore(1, 3);
@@ -146,12 +144,10 @@ TEST_F(MeasureSkeletonTest, RepeatTimes) {
     int32_t Meflag;
     int16_t Flag, Actuate;
     std::string Times;
-  } cases[] = {
-      {kNormalBarline | kBackwardRepeat, 0x800, 3, "3"},
-      {kNormalBarline | kBackwardRepeat, 0x800, 2, "(none)"},
-      {kNormalBarline | kBackwardRepeat, 0, 4, "(none)"},
-      {kNormalBarline | kBackwardRepeat | kEndingAttached, 0x800, 4, "(none)"},
-  };
+  } cases[] = {{kNormalBarline | kBackwardRepeat, 0x800, 3, "3"},
+               {kNormalBarline | kBackwardRepeat, 0x800, 2, "(none)"},
+               {kNormalBarline | kBackwardRepeat, 0, 4, "(none)"},
+               {kNormalBarline | kBackwardRepeat | kEndingAttached, 0x800, 4, "(none)"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(std::to_string(c.Meflag) + " " + std::to_string(c.Actuate));
     StartScore(1, 3);

@@ -264,13 +264,11 @@ TEST_F(PartListTest, PruningByTheInstrumentsNamed) {
     std::string Count;             // the instruments element, "" for none
     std::vector<std::string> Kept;
     std::string CountAfter;
-  } cases[] = {
-      {"none named keeps the first", {}, "3", {"P1-I1"}, ""},
-      {"one named", {"P1-I2"}, "3", {"P1-I2"}, ""},
-      {"two named", {"P1-I1", "P1-I3"}, "3", {"P1-I1", "P1-I3"}, "2"},
-      {"all named", {"P1-I1", "P1-I2", "P1-I3"}, "3", {"P1-I1", "P1-I2", "P1-I3"}, "3"},
-      {"no count", {"P1-I3"}, "", {"P1-I3"}, ""},
-  };
+  } cases[] = {{"none named keeps the first", {}, "3", {"P1-I1"}, ""},
+               {"one named", {"P1-I2"}, "3", {"P1-I2"}, ""},
+               {"two named", {"P1-I1", "P1-I3"}, "3", {"P1-I1", "P1-I3"}, "2"},
+               {"all named", {"P1-I1", "P1-I2", "P1-I3"}, "3", {"P1-I1", "P1-I2", "P1-I3"}, "3"},
+               {"no count", {"P1-I3"}, "", {"P1-I3"}, ""}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     StartScore();
@@ -305,12 +303,10 @@ TEST_F(PartListTest, DevicesAreNamedOnlyWhenThereAreSeveral) {
     std::string Name, Ini;
     std::vector<int16_t> Channels; // of the three staves
     std::string Devices;
-  } cases[] = {
-      {"no device list", "", {1, 2, 17}, ""},
-      {"one device", "[MMEDRVR]\nOutName1=Synth A\nOutBase1=1\n", {1, 2, 17}, ""},
-      {"two devices in use", two, {1, 2, 17}, "P1 1 Synth A, P2 1 Synth A, P3 2 Synth B"},
-      {"two devices, one in use", two, {1, 2, 3}, ""},
-  };
+  } cases[] = {{"no device list", "", {1, 2, 17}, ""},
+               {"one device", "[MMEDRVR]\nOutName1=Synth A\nOutBase1=1\n", {1, 2, 17}, ""},
+               {"two devices in use", two, {1, 2, 17}, "P1 1 Synth A, P2 1 Synth A, P3 2 Synth B"},
+               {"two devices, one in use", two, {1, 2, 3}, ""}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     StartScore();
@@ -347,24 +343,23 @@ TEST_F(FinaleChannelsTest, DevicesFromTheList) {
     std::string Name, Ini;
     bool MultiDevice;
     std::string Map; // "name port channel" of channels 1, 16, 17, 33, 60 and 64
-  } cases[] = {
-      {"no list", "", false, " 0 1| 0 16| 1 1| 2 1| 3 12| 3 16"},
-      {"one device", "OutName1=Synth\nOutBase1=1\n", false,
-       "Synth 1 1|Synth 1 16| 1 1| 2 1| 3 12| 3 16"},
-      {"two devices", "OutName1=Alpha\nOutBase1=1\nOutName2=Beta\nOutBase2=17\n", true,
-       "Alpha 1 1|Alpha 1 16|Beta 2 1| 2 1| 3 12| 3 16"},
-      {"a device near the end", "OutName1=Late\nOutBase1=60\n", false,
-       " 0 1| 0 16| 1 1| 2 1|Late 1 1|Late 1 5"},
-      {"overlapping devices keep the first",
-       "OutName1=Alpha\nOutBase1=1\nOutName2=Beta\nOutBase2=9\n", true,
-       "Alpha 1 1|Alpha 1 16|Beta 2 9| 2 1| 3 12| 3 16"},
-      {"skipped devices are not counted",
-       "OutName1=(none)\nOutBase1=1\nOutName2=X\nOutBase2=1\nOutName3=C\nOutBase3=0\n"
-       "OutName4=D\nOutBase4=65\nOutName5=E\nOutBase5=x\nOutName6=Foxtrot\nOutBase6=17\n",
-       false, " 0 1| 0 16|Foxtrot 1 1| 2 1| 3 12| 3 16"},
-      {"a missing name ends the list", "OutName1=Alpha\nOutBase1=1\nOutName3=Gamma\nOutBase3=17\n",
-       false, "Alpha 1 1|Alpha 1 16| 1 1| 2 1| 3 12| 3 16"},
-  };
+  } cases[] = {{"no list", "", false, " 0 1| 0 16| 1 1| 2 1| 3 12| 3 16"},
+               {"one device", "OutName1=Synth\nOutBase1=1\n", false,
+                "Synth 1 1|Synth 1 16| 1 1| 2 1| 3 12| 3 16"},
+               {"two devices", "OutName1=Alpha\nOutBase1=1\nOutName2=Beta\nOutBase2=17\n", true,
+                "Alpha 1 1|Alpha 1 16|Beta 2 1| 2 1| 3 12| 3 16"},
+               {"a device near the end", "OutName1=Late\nOutBase1=60\n", false,
+                " 0 1| 0 16| 1 1| 2 1|Late 1 1|Late 1 5"},
+               {"overlapping devices keep the first",
+                "OutName1=Alpha\nOutBase1=1\nOutName2=Beta\nOutBase2=9\n", true,
+                "Alpha 1 1|Alpha 1 16|Beta 2 9| 2 1| 3 12| 3 16"},
+               {"skipped devices are not counted",
+                "OutName1=(none)\nOutBase1=1\nOutName2=X\nOutBase2=1\nOutName3=C\nOutBase3=0\n"
+                "OutName4=D\nOutBase4=65\nOutName5=E\nOutBase5=x\nOutName6=Foxtrot\nOutBase6=17\n",
+                false, " 0 1| 0 16|Foxtrot 1 1| 2 1| 3 12| 3 16"},
+               {"a missing name ends the list",
+                "OutName1=Alpha\nOutBase1=1\nOutName3=Gamma\nOutBase3=17\n", false,
+                "Alpha 1 1|Alpha 1 16| 1 1| 2 1| 3 12| 3 16"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     FinaleChannels channels = From(c.Ini);

@@ -112,26 +112,25 @@ TEST_F(ToXmlTest, FailureTable) {
     int32_t Number;
     int32_t Message;
   };
-  const Case cases[] = {
-      {"a read-only file refuses the save",
-       [&](ToXml& e) {
-         Write(e.FileName, "old");
-         chmod(e.FileName.c_str(), 0444);
-       },
-       Code(0x8004058A), 163},
-      {"a missing folder is a foreign failure",
-       [&](ToXml& e) { e.FileName = Path("missing/out.xml"); }, Code(0x8004031B), 159},
-      {"an internal error gets the general words",
-       [](ToXml&) {
-         HostSim().Faults = {{"FxStartMassEdit", Fault::Refuse}};
-       },
-       Code(0x800402CD), 159},
-      {"a foreign failure is logged and numbered by the deepest handler",
-       [](ToXml&) {
-         HostSim().Faults = {{"LoadSettings41", Fault::Throw}};
-       },
-       kSettings41Places.LoadHandler, 159},
-  };
+  const Case cases[] = {{"a read-only file refuses the save",
+                         [&](ToXml& e) {
+                           Write(e.FileName, "old");
+                           chmod(e.FileName.c_str(), 0444);
+                         },
+                         Code(0x8004058A), 163},
+                        {"a missing folder is a foreign failure",
+                         [&](ToXml& e) { e.FileName = Path("missing/out.xml"); }, Code(0x8004031B),
+                         159},
+                        {"an internal error gets the general words",
+                         [](ToXml&) {
+                           HostSim().Faults = {{"FxStartMassEdit", Fault::Refuse}};
+                         },
+                         Code(0x800402CD), 159},
+                        {"a foreign failure is logged and numbered by the deepest handler",
+                         [](ToXml&) {
+                           HostSim().Faults = {{"LoadSettings41", Fault::Throw}};
+                         },
+                         kSettings41Places.LoadHandler, 159}};
   for (const Case& c : cases) {
     HostSim().Faults.clear();
     HostSim().CallLog.clear();
@@ -191,8 +190,7 @@ TEST_F(BadInputTest, ContradictingRecordsEndTheRunWithThePlace) {
        },
        157,
        {"1", "3"},
-       ""},
-  };
+       ""}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     StartScore();
