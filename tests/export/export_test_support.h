@@ -1,17 +1,21 @@
 #pragma once
-// What the export tests share: a door into the stages of the export engine, and a fixture
-// that builds a score in the host stand-in, exports it, validates the written file and reads
-// it back.
+// What the export tests share: a door into the private stages of the export engine; a fixture
+// that builds a score, exports it, validates the file and reads it back; one for the element
+// makers; and one that fills the frames of the sample document for the measure stages.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "../support/host_test.h"
 #include "../xml/dtd_validation.h"
 #include "export/to_xml.h"
+#include "host/frames/frame_bits.h"
+#include "host/records.h"
 #include "platform/language.h"
 #include "tools/score_builder.h"
 
@@ -19,89 +23,191 @@ namespace ostin {
 
 // Drives single stages and element makers of an engine, with the run state they read.
 struct ToXmlTestAccess {
-  ToXml& Engine;
+  ToXml& x;
 
-  // The empty document and the options the element makers read, as at the start of a run.
+  // The empty document of a host of that year, as at the start of a run.
   void StartDocument(int32_t finaleVersion = 2004) {
-    Engine.FinaleVersion = finaleVersion;
-    Engine.InitializeXml(true);
-    Engine.root_ = Engine.document_->documentElement();
+    x.FinaleVersion = finaleVersion;
+    x.InitializeXml(true);
+    x.root_ = x.document_->documentElement();
   }
   // The run state up to the part list, read from the open document.
   void ReadPartList() {
     StartDocument(FtxFinaleVersion());
-    Engine.NumberOfStaves = FtxCountInstruments(0, -1);
-    Engine.NumberOfMeasures = static_cast<int16_t>(FtxCountItems(1));
-    Engine.FinaleChannels_.Initialize();
-    Engine.InitializeParts();
+    x.NumberOfStaves = FtxCountInstruments(0, -1);
+    x.NumberOfMeasures = static_cast<int16_t>(FtxCountItems(1));
+    x.FinaleChannels_.Initialize();
+    x.InitializeParts();
   }
-  xml::XmlNode Root() const { return Engine.root_; }
-
-  bool& KeyCancelOutgoing() { return Engine.KeyCancelOutgoing; }
-  bool& KeyModeChange() { return Engine.KeyModeChange; }
-  bool& AbbreviateCommon() { return Engine.AbbreviateCommon; }
-  bool& AbbreviateCut() { return Engine.AbbreviateCut; }
-  std::vector<std::string>& OpenMeasureStyle() { return Engine.OpenMeasureStyle; }
-  const std::vector<int32_t>& FontLocales() const { return Engine.FontLocales; }
-  const std::vector<std::string>& FontLanguages() const { return Engine.FontLanguages; }
-  int16_t NumberOfParts() const { return Engine.NumberOfParts; }
-  XmlPart& Part(int16_t number) { return *Engine.XmlParts.at(number); }
-
-  void InitializeLocales() { Engine.InitializeLocales(); }
-  bool RangeCheck(int16_t first, int16_t last) { return Engine.RangeCheck(first, last); }
-  XmlPart* FindXmlPart(int16_t staff) { return Engine.FindXmlPart(staff); }
-  void PruneInstruments(XmlPart& part) { Engine.PruneInstruments(part); }
-  xml::XmlNode LoadMidiInstrument(const std::string& id, int16_t channel, int16_t bank,
-                                  int16_t program, int16_t unpitched) {
-    return Engine.LoadMidiInstrument(id, channel, bank, program, unpitched);
+  // An empty document without parts, with the document's layer preferences; no layer is cue
+  // or unspaced unless a test says so.
+  void Start(int32_t finaleVersion) {
+    StartDocument(finaleVersion);
+    x.ReadLayerPrefs();
+    x.LayerCue = {};
+    x.LayerNoSpacing = {};
+    x.NumberOfParts = 0;
+    x.XmlParts.clear();
+    x.XmlParts.emplace_back();
   }
-
+  // A part of that many staves from the slot, in C with the given clefs, with empty measures
+  // as the skeleton leaves them.
+  XmlPart& AddPart(int16_t staves, int16_t startSlot, int16_t measures,
+                   std::initializer_list<int16_t> clefs = {0, 3}) {
+    auto part = std::make_unique<XmlPart>();
+    part->FinaleVersion = x.FinaleVersion;
+    part->SetStaves(staves);
+    part->StartSlot = part->StartStaff = startSlot;
+    xml::XmlNode element = x.Element("part");
+    element.setAttribute("id", "P" + std::to_string(x.NumberOfParts + 1));
+    for (int16_t m = 1; m <= measures; ++m)
+      element.appendChild(x.Element("measure")).setAttribute("number", std::to_string(m));
+    part->SetPart(x.root_.appendChild(element));
+    xml::XmlNode key = x.Element("key");
+    key.appendChild(x.Element("fifths", "0"));
+    part->SetKey(key);
+    part->Octave = 4;
+    auto clef = clefs.begin();
+    for (int16_t staff = 1; staff <= staves && clef != clefs.end(); ++staff, ++clef)
+      part->SetClefs(staff, *clef);
+    x.XmlParts.push_back(std::move(part));
+    ++x.NumberOfParts;
+    x.InitializePartTables(*x.XmlParts.back());
+    return *x.XmlParts.back();
+  }
+  // A part made of the given part element text, as the engine's next part.
+  XmlPart& AddPartFrom(const std::string& text) {
+    XmlPart& part = AddPart(1, 1, 0);
+    x.root_.removeChild(part.Part());
+    part.SetPart(Parse(text));
+    return part;
+  }
+  // Loads measures first to last of the part, as the driver does.
+  void LoadMeasures(XmlPart& part, int16_t first, int16_t last) {
+    for (int16_t m = first; m <= last; ++m) {
+      part.Measure = m;
+      part.MeasureNumber = std::to_string(m);
+      x.LoadMeasure(part);
+    }
+  }
+  // An element parsed into the engine's document, under the root.
+  xml::XmlNode Parse(const std::string& text) {
+    auto doc = xml::XmlDocument::Create();
+    doc->loadXML(text);
+    return x.root_.appendChild(doc->documentElement());
+  }
+  xml::XmlNode Element(const std::string& name, const std::string& text = {}) {
+    return x.Element(name, text);
+  }
+  // Items of a staff slot, with the cursor on the first.
+  void SetItems(int16_t slot, const MeasureItems& items) {
+    x.MeasureItems_.resize(std::max<size_t>(x.MeasureItems_.size(), slot + 1));
+    x.MeasureItemCursor.resize(x.MeasureItems_.size(), 0);
+    x.MeasureItems_[slot] = items;
+    x.MeasureItemCursor[slot] = items.Count() > 0 ? 1 : 0;
+  }
+  int16_t NumberOfParts() const { return x.NumberOfParts; }
+  XmlPart& Part(int16_t number) { return *x.XmlParts.at(number); }
+  xml::XmlNode Root() const { return x.root_; }
+  void KeyOptions(bool cancelOutgoing, bool modeChange) {
+    x.KeyCancelOutgoing = cancelOutgoing;
+    x.KeyModeChange = modeChange;
+  }
+  void Abbreviate(bool common, bool cut) {
+    x.AbbreviateCommon = common;
+    x.AbbreviateCut = cut;
+  }
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, std::optional<int16_t> oldKey) {
-    return Engine.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
+    return x.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
   }
-  void ParseTimeSignature(const MeasureSpec& measure, int16_t& beats, int16_t& divBeat,
-                          bool& compositeBeats, bool& compositeDiv, bool& symbol, int16_t staff) {
-    Engine.ParseTimeSignature(measure, beats, divBeat, compositeBeats, compositeDiv, symbol, staff);
+  // The engine's own operations under their own names.
+  template <class... A> auto RangeCheck(A&&... a) { return x.RangeCheck(a...); }
+  template <class... A> auto FindXmlPart(A&&... a) { return x.FindXmlPart(a...); }
+  template <class... A> auto PruneInstruments(A&&... a) { return x.PruneInstruments(a...); }
+  template <class... A> auto ParseTimeSignature(A&&... a) { return x.ParseTimeSignature(a...); }
+  template <class... A> auto CreateTime(A&&... a) { return x.CreateTime(a...); }
+  template <class... A> auto CreateTranspose(A&&... a) { return x.CreateTranspose(a...); }
+  template <class... A> auto CreateTransposeChromatic(A&&... a) {
+    return x.CreateTransposeChromatic(a...);
   }
-  static void ConvertTime(int16_t beats, int16_t divBeat, int16_t& outBeats, int16_t& outBeatType) {
-    ToXml::ConvertTime(beats, divBeat, outBeats, outBeatType);
+  template <class... A> auto CreateClef(A&&... a) { return x.CreateClef(a...); }
+  template <class... A> auto CreateStaffDetails(A&&... a) { return x.CreateStaffDetails(a...); }
+  template <class... A> auto CreateStaffTuning(A&&... a) { return x.CreateStaffTuning(a...); }
+  template <class... A> auto CreateMeasureStyleElement(A&&... a) {
+    return x.CreateMeasureStyleElement(a...);
   }
-  xml::XmlNode CreateTime(int16_t beats, int16_t divBeat, bool compositeBeats, bool compositeDiv,
-                          bool symbol) {
-    return Engine.CreateTime(beats, divBeat, compositeBeats, compositeDiv, symbol);
+  template <class... A> auto SwitchStaffStyle(A&&... a) { return x.SwitchStaffStyle(a...); }
+  template <class... A> auto ConvertDurations(A&&... a) { return x.ConvertDurations(a...); }
+  template <class... A> auto CleanupInitialTempo(A&&... a) { return x.CleanupInitialTempo(a...); }
+  template <class... A> auto RemoveDuplicateWavyLine(A&&... a) {
+    return x.RemoveDuplicateWavyLine(a...);
   }
-  xml::XmlNode CreateTranspose(const XmlPart& part, bool suppressZero) {
-    return Engine.CreateTranspose(part, suppressZero);
+  template <class... A> auto InitializePartTables(A&&... a) { return x.InitializePartTables(a...); }
+  template <class... A> auto AddClef(A&&... a) { return x.AddClef(a...); }
+  template <class... A> auto AddBeams(A&&... a) { return x.AddBeams(a...); }
+  template <class... A> auto StartOfTie(A&&... a) { return x.StartOfTie(a...); }
+  template <class... A> auto CreatePitch(A&&... a) { return x.CreatePitch(a...); }
+  template <class... A> auto CreateAccidental(A&&... a) { return x.CreateAccidental(a...); }
+  template <class... A> auto FindPrintObject(A&&... a) { return x.FindPrintObject(a...); }
+  template <class... A> auto InitializeLocales(A&&... a) { return x.InitializeLocales(a...); }
+  template <class... A> static auto ConvertTime(A&&... a) { return ToXml::ConvertTime(a...); }
+  template <class... A> static auto ParseDuration(A&&... a) { return ToXml::ParseDuration(a...); }
+  template <class... A> static auto ItemOffset(A&&... a) { return ToXml::ItemOffset(a...); }
+  template <class... A> static auto ItemDue(A&&... a) { return ToXml::ItemDue(a...); }
+  std::vector<std::string>& OpenMeasureStyle() { return x.OpenMeasureStyle; }
+  bool& TempoWritten() { return x.TempoWritten; }
+  int32_t ItemCursor(int16_t slot) const { return x.MeasureItemCursor.at(slot); }
+  void SetShowTies(int16_t staff, bool value) { x.ShowTies.at(staff) = value; }
+  void SetShowBeams(int16_t staff, bool value) { x.ShowBeams.at(staff) = value; }
+  void SetShowDots(int16_t staff, bool value) { x.ShowDots.at(staff) = value; }
+  void SetOctaveShift(int16_t staff, int16_t octaves) { x.OctaveShift.at(staff) = octaves; }
+  void SetWavyLineOpen(int16_t staff, bool open) { x.WavyLineOpen.at(staff) = open; }
+  bool& LayerCue(int layer) { return x.LayerCue.at(layer); }
+  bool& GraceAlwaysSlash() { return x.GraceAlwaysSlash; }
+  void SetFinaleVersion(int32_t version) { x.FinaleVersion = version; }
+  const std::vector<int32_t>& FontLocales() const { return x.FontLocales; }
+  const std::vector<std::string>& FontLanguages() const { return x.FontLanguages; }
+  // The display flags of a staff: stems, beams, tuplets, dots, rests, ties, up, down.
+  std::vector<bool> DisplayFlags(int16_t staff) const {
+    return {x.ShowStems.at(staff),    x.ShowBeams.at(staff),     x.ShowTuplets.at(staff),
+            x.ShowDots.at(staff),     x.ShowRests.at(staff),     x.ShowTies.at(staff),
+            x.StaffStemsUp.at(staff), x.StaffStemsDown.at(staff)};
   }
-  xml::XmlNode CreateTransposeChromatic(int16_t interval, int16_t alteration, bool suppressZero) {
-    return Engine.CreateTransposeChromatic(interval, alteration, suppressZero);
-  }
-
-  xml::XmlNode CreateClef(int16_t number) { return Engine.CreateClef(number); }
-  xml::XmlNode CreateStaffDetails(const XmlPart& part, int16_t staff) {
-    return Engine.CreateStaffDetails(part, staff);
-  }
-  xml::XmlNode CreateStaffTuning(int16_t pitch) { return Engine.CreateStaffTuning(pitch); }
-  xml::XmlNode CreateMeasureStyleElement(const XmlPart& part, int16_t staff) {
-    return Engine.CreateMeasureStyleElement(part, staff);
-  }
-  void SwitchStaffStyle(xml::XmlNode measure, XmlPart& part, int16_t staff, int32_t edu,
-                        bool atStart) {
-    Engine.SwitchStaffStyle(measure, part, staff, edu, atStart);
-  }
-  xml::XmlNode Element(const std::string& name) { return Engine.Element(name); }
 };
 
 namespace testing {
 
-// An element with its attributes and descendants on one line, without the line breaks of
-// the written file: <key><cancel>2</cancel><fifths>-1</fifths></key>.
-inline std::string Flat(const xml::XmlNode& node) {
-  if (!node) return "(none)";
-  std::string text = node.xml(), flat;
+// Text without the line breaks of the written file.
+inline std::string Unbroken(const std::string& text) {
+  std::string flat;
   for (char c : text)
     if (c != '\r' && c != '\n') flat += c;
   return flat;
+}
+// An element with its attributes and descendants on one line:
+// <key><cancel>2</cancel><fifths>-1</fifths></key>.
+inline std::string Flat(const xml::XmlNode& node) {
+  return node ? Unbroken(node.xml()) : "(none)";
+}
+// An element of text children as the file writes it: Compose("key", {"cancel", "fifths"},
+// "- 2") is <key><fifths>2</fifths></key>. Values are taken in order; "-" or a missing value
+// leaves its child out; no values at all stand for no element, "(none)".
+inline std::string Compose(const std::string& name, const std::vector<std::string>& children,
+                           const std::string& values) {
+  if (values.empty()) return "(none)";
+  std::istringstream in(values);
+  std::string text = "<" + name + ">", value;
+  for (const std::string& child : children)
+    if (in >> value && value != "-") text += "<" + child + ">" + value + "</" + child + ">";
+  return text + "</" + name + ">";
+}
+// The texts of the nodes that the path selects.
+inline std::vector<std::string> Texts(const xml::XmlNode& node, const std::string& path) {
+  std::vector<std::string> texts;
+  xml::XmlNodeList list = node.selectNodes(path);
+  for (xml::XmlNode item = list.nextNode(); item; item = list.nextNode())
+    texts.push_back(item.text());
+  return texts;
 }
 
 // The builder's options by position, every field given.
@@ -142,7 +248,13 @@ protected:
     Written.clear();
     Score.reset();
   }
-
+  // A new score of that many plain staves and measures of 4/4 in C.
+  void StartScore(int staves, int measures) {
+    StartScore();
+    for (int i = 0; i < staves; ++i)
+      Builder.AddStaff({});
+    AddMeasures(measures);
+  }
   // Measures of 4/4 in C with a normal barline, or as given.
   void AddMeasures(int count, const tools::MeasureOptions& options = {}) {
     for (int i = 0; i < count; ++i)
@@ -152,6 +264,20 @@ protected:
   void SetRecord(std::string_view className, int32_t cmper, int16_t inci,
                  std::initializer_list<std::pair<const char*, int32_t>> fields) {
     Builder.Set(className, sim::RecordKey{cmper, inci, 0}, fields);
+  }
+  // A staff style from the start of measure `from` to the end of measure `to` on a staff.
+  void AssignStyle(int16_t staff, int16_t inci, int16_t style, int16_t from, int16_t to,
+                   int32_t endEdu = 0x7FFFFFFF) {
+    SetRecord("StaffStyleAssign", staff, inci,
+              {{"Style", style},
+               {"StartMeas", from},
+               {"StartEdu", 0},
+               {"EndMeas", to},
+               {"EndEdu", endEdu}});
+  }
+  // Staff style 1 puts the staff in B flat.
+  void BFlatStyle() {
+    SetRecord("StaffStyle", 1, 0, {{"Mask1", 0x100}, {"Transposition", tools::kTransposeBFlat}});
   }
 
   // Opens the built score and exports it; the failure that goes up, if any. The written
@@ -195,22 +321,19 @@ protected:
     xml::XmlNode node = Node(xpath);
     return node ? node.text() : "(none)";
   }
-  std::vector<std::string> Texts(const std::string& xpath) const {
-    std::vector<std::string> texts;
-    xml::XmlNodeList nodes = Score->documentElement().selectNodes(xpath);
-    for (int32_t i = 0; i < nodes.length(); ++i)
-      texts.push_back(nodes.item(i).text());
-    return texts;
-  }
   // The names of the child elements of the first node found.
   std::vector<std::string> Children(const std::string& xpath) const {
     std::vector<std::string> names;
     xml::XmlNodeList nodes = Node(xpath).selectNodes("*");
-    for (int32_t i = 0; i < nodes.length(); ++i)
-      names.push_back(nodes.item(i).nodeName());
+    for (xml::XmlNode node = nodes.nextNode(); node; node = nodes.nextNode())
+      names.push_back(node.nodeName());
     return names;
   }
   std::string FlatNode(const std::string& xpath) const { return Flat(Node(xpath)); }
+  // The path of measure m of part p.
+  static std::string Measure(int part, int measure) {
+    return "part[" + std::to_string(part) + "]/measure[" + std::to_string(measure) + "]";
+  }
 
   tools::ScoreBuilder Builder = tools::ScoreBuilder::FromDefaultDocument();
   bool Saved = true; // false: the document has no header for the program
@@ -226,6 +349,63 @@ protected:
     SetLanguage(kLanguageMain);
     Access.StartDocument();
   }
+  ToXml Engine;
+  ToXmlTestAccess Access{Engine};
+};
+
+inline constexpr int32_t kNote = kEfValid | kEfNote;
+inline constexpr int32_t kRest = kEfValid;
+
+// The sample document with frames that each test fills: staff 1 holds frames 1 to 4 in
+// measures 1 to 4, staff 2 frames 5 to 8. Measure 1 is left alone: its staff styles belong
+// to another stage.
+class ContentTest : public HostTest {
+protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    OpenData("sample.json").Frames = sim::FrameStore{};
+    Access.Start(2004);
+  }
+
+  static sim::FrameStore& Store() { return HostSim().Doc().Frames; }
+  // An entry of the given notes (Tcd and Note.Flag); no notes for a rest.
+  static sim::StoredEntry Made(int16_t dura, int32_t ef, std::vector<int16_t> tcds = {},
+                               int32_t noteFlag = 0) {
+    sim::StoredEntry entry{Store().TakeEntnum(), dura, 0, ef, 0, {}};
+    for (size_t i = 0; i < tcds.size(); ++i)
+      entry.Notes.push_back({tcds[i], 0, static_cast<int16_t>(i + 1), kNoteValid | noteFlag});
+    return entry;
+  }
+  static void Fill(int16_t frame, std::vector<sim::StoredEntry> entries) {
+    Store().Frames[frame] = std::move(entries);
+  }
+  static void SetBeats(int16_t measure, int16_t beats) {
+    MeasureSpec spec;
+    ASSERT_TRUE(spec.Load(measure, 0));
+    spec.Beats = beats;
+    spec.Save();
+  }
+  // The measure's children: names, with the duration of each backup and forward.
+  static std::string Shape(const xml::XmlNode& measure) {
+    std::string shape;
+    xml::XmlNodeList children = measure.selectNodes("*");
+    for (xml::XmlNode child = children.nextNode(); child; child = children.nextNode()) {
+      shape += (shape.empty() ? "" : " ") + child.nodeName();
+      if (child.nodeName() == "backup" || child.nodeName() == "forward")
+        shape += ":" + child.selectSingleNode("duration").text();
+    }
+    return shape;
+  }
+  static xml::XmlNode MeasureOf(const XmlPart& part, int16_t measure) {
+    return part.Part().selectSingleNode("measure[" + std::to_string(measure) + "]");
+  }
+  // A part of one staff from slot 1 with four measures, loaded from `first` to `last`.
+  XmlPart& Loaded(int16_t first, int16_t last, int16_t staves = 1) {
+    XmlPart& part = Access.AddPart(staves, 1, 4);
+    Access.LoadMeasures(part, first, last);
+    return part;
+  }
+
   ToXml Engine;
   ToXmlTestAccess Access{Engine};
 };

@@ -1,7 +1,7 @@
 // One measure of a part: staves and layers one after another, voices two, beams across
-// rests and grace notes, measure rests, clefs in the opening attributes, and items by time.
-#include "../xml/dtd_validation.h"
-#include "content_fixture.h"
+// rests and grace notes, measure rests, clefs in the opening attributes and items by time;
+// then note types of lengths, a part's durations in its own unit, and the finishing passes.
+#include "export_test_support.h"
 
 namespace ostin {
 namespace {
@@ -9,21 +9,7 @@ namespace {
 using testing::ContentTest;
 using testing::kNote;
 using testing::kRest;
-
-TEST_F(ContentTest, SecondStaffStartsWithABackupOfWhatTheFirstWrote) {
-  Fill(2, {Made(1024, kNote, {0}), Made(1024, kNote, {2}), Made(2048, kNote, {4})});
-  Fill(6, {Made(4096, kRest)});
-  XmlPart& part = Access.AddPart(2, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
-  const xml::XmlNode measure = MeasureOf(part, 2);
-  EXPECT_EQ(Shape(measure), "note note note backup:4096 note");
-  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "1", "9"}));
-  EXPECT_EQ(Texts(measure, "note/staff"), (std::vector<std::string>{"1", "1", "1", "2"}));
-  EXPECT_EQ(Texts(measure, "note/duration"),
-            (std::vector<std::string>{"1024", "1024", "2048", "4096"}));
-  EXPECT_EQ(part.Voices, 2);
-  EXPECT_EQ(part.Layers.at(2), 0);
-}
+using testing::Texts;
 
 TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
   SetBeats(2, 3);
@@ -34,8 +20,7 @@ TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
   holder.Frame = {0, 0, 0, 0};
   holder.Save();
   HostSim().Doc().Records.at("Gfhold").Rows.erase({1, 4, 0});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 4);
+  XmlPart& part = Loaded(2, 4);
 
   const xml::XmlNode whole = MeasureOf(part, 2).selectSingleNode("note");
   EXPECT_EQ(Texts(whole, "duration"), std::vector<std::string>{"3072"});
@@ -53,8 +38,7 @@ TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
 TEST_F(ContentTest, VoiceTwoBacksUpToItsLaunchAndForwardsThroughTheGap) {
   Fill(2, {Made(2048, kNote | kEfLaunchesVoiceTwo, {0}), Made(512, kNote | kEfVoiceTwo, {7}),
            Made(512, kNote | kEfVoiceTwo | kEfHidden, {8}), Made(2048, kNote, {2})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note backup:2048 note note forward:1024 note");
   EXPECT_EQ(measure.selectSingleNode("forward").xml(),
@@ -78,8 +62,7 @@ TEST_F(ContentTest, EveryLayerStartsFromTheMeasuresStart) {
   ASSERT_TRUE(holder.Load(1, 2));
   holder.Frame = {2, 0, 9, 0};
   holder.Save();
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note note backup:2048 note") << "the measure ends short";
   EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "3"}));
@@ -91,8 +74,7 @@ TEST_F(ContentTest, BeamsRunAcrossHiddenRestsAndAroundGraceNotes) {
            Made(3328, kNote, {4})});
   Fill(3, {Made(512, kNote | kEfNewBeam, {0}), Made(256, kNote | kEfGrace, {1}),
            Made(512, kNote, {2}), Made(3072, kNote, {4})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 3);
+  XmlPart& part = Loaded(2, 3);
 
   const xml::XmlNode sixteenths = MeasureOf(part, 2);
   EXPECT_EQ(Shape(sixteenths), "note forward:256 note note");
@@ -145,13 +127,11 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     int16_t MoreFlags;
     int16_t Flag;
     std::vector<bool> Expected; // stems, beams, tuplets, dots, rests, ties, up, down
-  } cases[] = {
-      {2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
-      {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
-      {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
-      {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
-      {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}},
-  };
+  } cases[] = {{2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
+               {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
+               {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
+               {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
+               {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}}};
   for (const Case& c : cases) {
     Access.Start(c.Version);
     XmlPart& part = Access.AddPart(1, 1, 1);
@@ -160,9 +140,7 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     spec->Flag = c.Flag;
     part.SetStaffSpecs(1, spec);
     Access.InitializePartTables(part);
-    const std::vector<bool> flags{
-        Access.ShowStems(1), Access.ShowBeams(1), Access.ShowTuplets(1),  Access.ShowDots(1),
-        Access.ShowRests(1), Access.ShowTies(1),  Access.StaffStemsUp(1), Access.StaffStemsDown(1)};
+    const std::vector<bool> flags = Access.DisplayFlags(1);
     EXPECT_EQ(flags, c.Expected) << c.Version << " " << c.MoreFlags;
   }
 }
@@ -194,8 +172,7 @@ TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
        "</measure>",
        0,
        "<measure><attributes><clef/></attributes><note/><attributes><time/></attributes>"
-       "</measure>"},
-  };
+       "</measure>"}};
   for (const Case& c : cases) {
     const xml::XmlNode measure = Access.Parse(c.Measure);
     Access.AddClef(measure, Access.Element("clef"), c.Number);
@@ -207,17 +184,15 @@ TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
   struct Case {
     int16_t Previous, This, Next;
     std::vector<std::string> Beams;
-  } cases[] = {
-      {0, 1, 1, {"begin"}},
-      {1, 1, 1, {"continue"}},
-      {1, 1, 0, {"end"}},
-      {0, 2, 1, {"begin", "forward hook"}},
-      {1, 2, 0, {"end", "backward hook"}},
-      {2, 3, 2, {"continue", "continue", "backward hook"}},
-      {1, 3, 2, {"continue", "begin", "forward hook"}},
-      {0, 0, 1, {}},
-      {0, 2, 0, {}},
-  };
+  } cases[] = {{0, 1, 1, {"begin"}},
+               {1, 1, 1, {"continue"}},
+               {1, 1, 0, {"end"}},
+               {0, 2, 1, {"begin", "forward hook"}},
+               {1, 2, 0, {"end", "backward hook"}},
+               {2, 3, 2, {"continue", "continue", "backward hook"}},
+               {1, 3, 2, {"continue", "begin", "forward hook"}},
+               {0, 0, 1, {}},
+               {0, 2, 0, {}}};
   for (const Case& c : cases) {
     const xml::XmlNode note = Access.Parse("<note><type>16th</type><notations/><lyric/></note>");
     Access.AddBeams(note, c.Previous, c.This, c.Next);
@@ -240,11 +215,10 @@ TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
     int32_t Edu, Position;
     bool PlaceFirst, Due;
     int32_t Offset;
-  } cases[] = {
-      {1024, 1071, false, true, 0}, {1072, 1024, false, true, 48}, {1073, 1024, false, false, 49},
-      {0, 2048, false, true, 0},    {300, 1024, true, true, 300},  {40, 1024, true, true, 0},
-      {1024, 1024, false, true, 0}, {976, 1024, false, true, -48},
-  };
+  } cases[] = {{1024, 1071, false, true, 0},   {1072, 1024, false, true, 48},
+               {1073, 1024, false, false, 49}, {0, 2048, false, true, 0},
+               {300, 1024, true, true, 300},   {40, 1024, true, true, 0},
+               {1024, 1024, false, true, 0},   {976, 1024, false, true, -48}};
   for (const Case& c : cases) {
     EXPECT_EQ(ToXmlTestAccess::ItemDue(c.Edu, c.Position), c.Due) << c.Edu << " " << c.Position;
     EXPECT_EQ(ToXmlTestAccess::ItemOffset(c.PlaceFirst, c.Edu, c.Position), c.Offset)
@@ -276,8 +250,7 @@ TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
   // Back to treble at the start, bass again on the last beat behind the last entry.
   ClefList(3, 21, {{0, 0}, {3, 3072}});
   Fill(3, {Made(1024, kNote, {0}), Made(1024, kNote, {1})});
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 3);
+  XmlPart& part = Loaded(2, 3);
   EXPECT_EQ(Shape(MeasureOf(part, 2)), "note note attributes note note");
   EXPECT_EQ(Shape(MeasureOf(part, 3)), "attributes note note forward:1024 attributes");
   EXPECT_EQ(MeasureOf(part, 3).selectSingleNode("forward").xml(),
@@ -288,18 +261,23 @@ TEST_F(ContentTest, ClefChangesGoOutWhereTheirVoiceReachesThem) {
         << "a part of one staff numbers no clef";
 }
 
-TEST_F(ContentTest, ClefsOfAPartOfTwoStavesCarryTheirStaff) {
+// The second staff starts with a backup of what the first wrote, numbers its voices from 9
+// and its clefs by its staff.
+TEST_F(ContentTest, SecondStaffBacksUpAndNumbersItsVoicesAndClefs) {
   Fill(2, {Made(4096, kNote, {0})});
   Fill(6, {Made(2048, kNote, {0}), Made(2048, kNote, {2})});
   ClefList(2, 22, {{0, 0}, {3, 2048}}, 2);
-  XmlPart& part = Access.AddPart(2, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "attributes note backup:4096 note attributes note");
   EXPECT_EQ(measure.selectSingleNode("attributes[1]/clef").getAttribute("number"), "2")
       << "treble at the start of staff 2, which was bass";
   EXPECT_EQ(measure.selectSingleNode("attributes[2]/clef").getAttribute("number"), "2");
   EXPECT_EQ(part.Clefs(2), 3);
+  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "9", "9"}));
+  EXPECT_EQ(Texts(measure, "note/staff"), (std::vector<std::string>{"1", "2", "2"}));
+  EXPECT_EQ(part.Voices, 2);
+  EXPECT_EQ(part.Layers.at(2), 0);
 }
 
 TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
@@ -309,8 +287,7 @@ TEST_F(ContentTest, MeasureItemsAreWalkedMeasureByMeasure) {
   items.Add(MeasureItem("DY", 2, 0, 2, 3000));
   items.Add(MeasureItem("DY", 3, 0, 3, 0));
   Access.SetItems(1, items);
-  XmlPart& part = Access.AddPart(1, 1, 4);
-  Access.LoadMeasures(part, 2, 2);
+  XmlPart& part = Loaded(2, 2);
   EXPECT_EQ(Access.ItemCursor(1), 3) << "the items of measure 2 are taken, measure 3 waits";
   Access.LoadMeasures(part, 3, 3);
   EXPECT_EQ(Access.ItemCursor(1), 0) << "past the last item";
@@ -350,13 +327,171 @@ TEST_F(ContentTest, ExportedMeasuresFollowTheDocumentType) {
   const std::string written = Read(Path("out.xml"));
   EXPECT_TRUE(xml::test_support::ValidScore(written));
   auto doc = xml::XmlDocument::Create();
-  doc->validateOnParse = false;
-  doc->resolveExternals = false;
+  doc->validateOnParse = doc->resolveExternals = false;
   ASSERT_TRUE(doc->loadXML(written));
   EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/note").length(), 7);
   EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/forward").length(), 1)
       << "voice two ends the layer: nothing makes up its gap";
   EXPECT_EQ(doc->documentElement().selectNodes(".//tie").length(), 2);
+}
+
+class DurationsTest : public testing::ContentTest {
+protected:
+  // A part of one measure holding the given notes, in EDU.
+  XmlPart& PartOf(const std::string& notes, const std::string& more = {}) {
+    return Access.AddPartFrom("<part id='P9'><measure><attributes><divisions>1024</divisions>"
+                              "</attributes>" +
+                              notes + "</measure>" + more + "</part>");
+  }
+  static std::string Note(int duration, const std::string& type, const std::string& more = {}) {
+    return "<note><pitch><step>C</step><octave>4</octave></pitch><duration>" +
+           std::to_string(duration) + "</duration><type>" + type + "</type>" + more + "</note>";
+  }
+  static std::string Tuplet(int duration, const std::string& type, int actual, int normal) {
+    return Note(duration, type,
+                "<time-modification><actual-notes>" + std::to_string(actual) +
+                    "</actual-notes><normal-notes>" + std::to_string(normal) +
+                    "</normal-notes></time-modification>");
+  }
+  static std::string Triplet(int duration, const std::string& type) {
+    return Tuplet(duration, type, 3, 2);
+  }
+};
+
+TEST(ParseDuration, BaseLengthsWithUpToFourDots) {
+  struct Case {
+    int32_t Duration;
+    std::string Type;
+    int16_t Dots;
+  } cases[] = {{16, "256th", 0},     {31, "256th", 4},     {1024, "quarter", 0},
+               {1536, "quarter", 1}, {1792, "quarter", 2}, {1984, "quarter", 4},
+               {768, "eighth", 1},   {3072, "half", 1},    {4096, "whole", 0},
+               {8192, "breve", 0},   {16384, "long", 0},   {31744, "long", 4}};
+  for (const Case& c : cases) {
+    std::string type = "untouched";
+    int16_t dots = -1;
+    ToXmlTestAccess::ParseDuration(c.Duration, type, dots);
+    EXPECT_EQ(type, c.Type) << c.Duration;
+    EXPECT_EQ(dots, c.Dots) << c.Duration;
+  }
+  // A fifth dot, a tuplet length, nothing and a negative length are no note type.
+  for (int32_t unknown : {2032, 341, 0, -1024, 1000, 8}) {
+    std::string type = "untouched";
+    int16_t dots = -1;
+    ToXmlTestAccess::ParseDuration(unknown, type, dots);
+    EXPECT_EQ(type, "untouched") << unknown;
+    EXPECT_EQ(dots, -1) << unknown;
+  }
+}
+
+TEST_F(DurationsTest, UnitChosenFromSmallestNoteAndTupletFactor) {
+  struct Case {
+    std::string Name;
+    std::string Notes;
+    std::string Divisions;
+    std::vector<std::string> Durations;
+  } cases[] = {
+      {"quarters only", Note(1024, "quarter") + Note(1024, "quarter"), "1", {"1", "1"}},
+      {"eighth triplet", Note(512, "eighth") + Triplet(341, "eighth"), "6", {"3", "2"}},
+      {"4 in the time of 2", Tuplet(256, "eighth", 4, 2), "8", {"2"}},
+      {"4 in the time of 6", Tuplet(768, "eighth", 4, 6), "24", {"18"}},
+      {"a multiple of 5", Note(1000, "quarter") + Note(1024, "quarter"), "1024", {"1000", "1024"}},
+      {"an odd length", Note(341, "eighth") + Note(1024, "quarter"), "1024", {"341", "1024"}},
+      {"dotted sixteenth", Note(384, "16th", "<dot/>") + Note(128, "32nd"), "8", {"3", "1"}},
+      {"forwards and backups follow",
+       Note(2048, "half") + "<backup><duration>2048</duration>"
+                            "</backup><forward><duration>1024</duration></forward>",
+       "1",
+       {"2", "2", "1"}}};
+  for (const Case& c : cases) {
+    XmlPart& part = PartOf(c.Notes);
+    Access.ConvertDurations(part);
+    EXPECT_EQ(Texts(part.Part(), "measure/attributes/divisions"),
+              std::vector<std::string>{c.Divisions})
+        << c.Name;
+    EXPECT_EQ(Texts(part.Part(), "measure//duration"), c.Durations) << c.Name;
+  }
+}
+
+TEST_F(DurationsTest, DirectionOffsetsKeepAResolutionAndVanishAtZero) {
+  const std::string directions =
+      "<direction><direction-type><words>a</words></direction-type><offset>300</offset>"
+      "<staff>1</staff></direction>"
+      "<direction><direction-type><words>b</words></direction-type><offset>60</offset>"
+      "</direction>";
+  XmlPart& part = PartOf(Note(2048, "half") + directions + "<sound divisions='1024'/>");
+  Access.ConvertDurations(part);
+  EXPECT_EQ(Texts(part.Part(), "measure/attributes/divisions"), std::vector<std::string>{"8"});
+  EXPECT_EQ(Texts(part.Part(), ".//duration"), std::vector<std::string>{"16"});
+  EXPECT_EQ(Texts(part.Part(), ".//direction/offset"), std::vector<std::string>{"2"})
+      << "300 EDU is 2.34 32nd notes; 60 EDU rounds to nothing and goes";
+  EXPECT_EQ(part.Part().selectSingleNode(".//direction/offset").nextSibling().nodeName(), "staff");
+  EXPECT_EQ(part.Part().selectSingleNode(".//sound").getAttribute("divisions"), "8");
+
+  // Without offsets the half notes keep their own unit.
+  XmlPart& plain = PartOf(Note(2048, "half"));
+  Access.ConvertDurations(plain);
+  EXPECT_EQ(Texts(plain.Part(), "measure/attributes/divisions"), std::vector<std::string>{"1"});
+}
+
+TEST_F(DurationsTest, TupletNoteLengthsComeFromTheirWrittenValue) {
+  // Three triplet eighths of 341, 342 and 341 EDU come out as 2 each in divisions 6; a
+  // quintuplet sixteenth (5 in the time of 4) in a part with a triplet: factor 15.
+  XmlPart& part = PartOf(Triplet(341, "eighth") + Triplet(342, "eighth") + Triplet(341, "eighth"));
+  Access.ConvertDurations(part);
+  EXPECT_EQ(Texts(part.Part(), ".//duration"), (std::vector<std::string>{"2", "2", "2"}));
+
+  const std::string quintuplet =
+      Note(204, "16th",
+           "<time-modification><actual-notes>5</actual-notes><normal-notes>4</normal-notes>"
+           "</time-modification>");
+  XmlPart& mixed = PartOf(Triplet(341, "eighth") + quintuplet);
+  Access.ConvertDurations(mixed);
+  EXPECT_EQ(Texts(mixed.Part(), "measure/attributes/divisions"), std::vector<std::string>{"60"});
+  EXPECT_EQ(Texts(mixed.Part(), ".//duration"), (std::vector<std::string>{"20", "12"}));
+}
+
+TEST_F(DurationsTest, RemoveDuplicateWavyLineKeepsOneAndDropsEmptiedParents) {
+  const std::string continues = "<ornaments><wavy-line type='continue'/></ornaments>";
+  struct Case {
+    std::string Note, Expected;
+  } cases[] = {
+      {"<note><notations>" + continues +
+           "</notations><notations><ornaments><trill-mark/>"
+           "<wavy-line type='start'/></ornaments></notations></note>",
+       "<note><notations><ornaments><trill-mark/><wavy-line type=\"start\"/></ornaments>"
+       "</notations></note>"},
+      // One always stays.
+      {"<note><notations><ornaments><wavy-line type='continue'/><wavy-line type='continue'/>"
+       "</ornaments></notations></note>",
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
+       "</note>"},
+      {"<note><notations>" + continues + "</notations></note>",
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
+       "</note>"}};
+  for (const Case& c : cases) {
+    xml::XmlNode note = Access.Parse(c.Note);
+    Access.RemoveDuplicateWavyLine(note);
+    EXPECT_EQ(note.xml(), c.Expected);
+  }
+}
+
+TEST_F(DurationsTest, InitialTempoStandsOnlyWithoutATempoMark) {
+  const std::string measures = "<measure><sound xtempo='96'/><note/></measure><measure/>";
+  XmlPart& first = Access.AddPartFrom("<part id='P1'>" + measures + "</part>");
+  XmlPart& second = Access.AddPartFrom("<part id='P2'>" + measures + "</part>");
+  Access.CleanupInitialTempo();
+  for (XmlPart* part : {&first, &second}) {
+    EXPECT_EQ(part->Part().selectNodes(".//sound[@xtempo]").length(), 0);
+    EXPECT_EQ(part->Part().selectSingleNode("measure[1]/*").xml(), "<sound tempo=\"96\"/>");
+  }
+
+  Access.Start(2004);
+  XmlPart& marked = Access.AddPartFrom("<part id='P1'>" + measures + "</part>");
+  Access.TempoWritten() = true;
+  Access.CleanupInitialTempo();
+  EXPECT_EQ(marked.Part().selectNodes(".//sound").length(), 0);
+  EXPECT_EQ(marked.Part().selectSingleNode("measure[1]/*").nodeName(), "note");
 }
 
 } // namespace

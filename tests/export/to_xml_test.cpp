@@ -1,39 +1,25 @@
+// Whole runs of the export: the file's head, the edit the run opens and cancels, its progress
+// budget, cancels, failures and documents that contradict themselves.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
-#include "../support/host_test.h"
-#include "export/to_xml.h"
+#include "export_test_support.h"
 #include "host/record_places.h"
 #include "shell/messages.h"
+#include "sim/record_store.h"
 
 namespace ostin {
 namespace {
 
-using testing::HostTest;
 using Fault = sim::Host::Fault;
 
-const std::string kDefaultHead = "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
-                                 "<!DOCTYPE score-partwise PUBLIC \r\n"
-                                 "\t\"-//Calvimora//DTD MusicXML 0.7b Partwise//EN\"\r\n"
-                                 "\t\"//C:/musicxml/partwise.dtd\">\r\n";
-
-class ToXmlTest : public HostTest {
+class ToXmlTest : public testing::HostTest {
 protected:
   void SetUp() override {
     HostTest::SetUp();
     SetLanguage(kLanguageMain);
     OpenData("sample.json");
-    Engine.FileName = Path("out.xml");
-  }
-  // Runs the export; the failure that goes up, if any.
-  std::optional<Failure> Export() {
-    try {
-      EXPECT_FALSE(Engine.Invoke(0, 0));
-    } catch (const Failure& failure) {
-      return failure;
-    }
-    return std::nullopt;
   }
   std::vector<std::string> Calls(const std::string& prefix) const {
     std::vector<std::string> calls;
@@ -41,13 +27,14 @@ protected:
       if (call.rfind(prefix, 0) == 0) calls.push_back(call);
     return calls;
   }
-
-  ToXml Engine;
 };
 
 TEST_F(ToXmlTest, DocumentTypeText) {
   EXPECT_EQ(ToXml::DocumentTypeText(true, ""),
-            kDefaultHead + "<score-partwise>\r\n</score-partwise>\r\n");
+            "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
+            "<!DOCTYPE score-partwise PUBLIC \r\n"
+            "\t\"-//Calvimora//DTD MusicXML 0.7b Partwise//EN\"\r\n"
+            "\t\"//C:/musicxml/partwise.dtd\">\r\n<score-partwise>\r\n</score-partwise>\r\n");
   EXPECT_EQ(ToXml::DocumentTypeText(false, "D:/dtd/"),
             "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
             "<!DOCTYPE score-timewise PUBLIC \r\n"
@@ -64,51 +51,40 @@ TEST_F(ToXmlTest, AddNewLinesPutsALineBreakBetweenAdjacentTags) {
   EXPECT_EQ(doc->documentElement().selectNodes("*").length(), 2);
 }
 
-TEST_F(ToXmlTest, WritesTheDocumentAndLeavesTheHostsDocumentAsItWas) {
+// The file names the folder of the document types, the host's document stays as it was, and
+// the progress budget is spent exactly: the part list, each measure from the second, the end
+// of the skeleton, then each measure of each part by its staves.
+TEST_F(ToXmlTest, RunWritesTheFileInsideAnEditThatItCancels) {
   nlohmann::json before = HostSim().Doc().ToJson();
-  EXPECT_FALSE(Export());
-  std::string written = Read(Path("out.xml"));
-  EXPECT_EQ(written.substr(0, kDefaultHead.size()), kDefaultHead);
-  EXPECT_NE(written.find("\r\n<score-partwise"), std::string::npos) << written;
+  ToXml engine;
+  engine.FileName = Path("out.xml");
+  engine.SystemIdentifier = "/usr/share/ostinlight/";
+  EXPECT_FALSE(engine.Invoke(0, 0));
+  const std::string head = "<?xml version=\"1.0\" standalone=\"no\"?>\r\n"
+                           "<!DOCTYPE score-partwise PUBLIC \r\n"
+                           "\t\"-//Calvimora//DTD MusicXML 0.7b Partwise//EN\"\r\n"
+                           "\t\"///usr/share/ostinlight/partwise.dtd\">\r\n<score-partwise";
+  EXPECT_EQ(Read(Path("out.xml")).substr(0, head.size()), head);
   EXPECT_EQ(HostSim().Doc().ToJson(), before);
   EXPECT_EQ(Calls("FxStartFinaleEdit"),
             std::vector<std::string>{"FxStartFinaleEdit Update Layout"});
   EXPECT_EQ(Calls("FxCancelFinaleEdit").size(), 1u);
   EXPECT_EQ(Calls("FxEndMassEdit"), std::vector<std::string>{"FxEndMassEdit 0"});
   EXPECT_FALSE(HostSim().InEdit());
-
-  // The same document exports to the same bytes.
-  ToXml again;
-  again.FileName = Path("again.xml");
-  EXPECT_FALSE(again.Invoke(0, 0));
-  EXPECT_EQ(Read(Path("again.xml")), written);
-}
-
-TEST_F(ToXmlTest, SystemIdentifierNamesTheDocumentTypesFolder) {
-  Engine.SystemIdentifier = "/usr/share/ostinlight/";
-  EXPECT_FALSE(Export());
-  EXPECT_NE(Read(Path("out.xml")).find("\t\"///usr/share/ostinlight/partwise.dtd\">\r\n"),
-            std::string::npos);
-}
-
-TEST_F(ToXmlTest, ProgressBudgetAndItsChecks) {
-  EXPECT_FALSE(Export());
-  int16_t staves = 2, measures = 4;
+  const int staves = 2, measures = 4;
   EXPECT_EQ(Calls("FxStartMassEdit"),
             std::vector<std::string>{"FxStartMassEdit " +
                                      std::to_string(measures * staves + measures + staves)});
-  // The part list, each measure from the second, the end of the measure skeleton, then each
-  // measure of each part by its staves: the budget is spent exactly.
-  std::vector<std::string> expected = {"FxMassEditProgress 2", "FxMassEditProgress 1",
-                                       "FxMassEditProgress 1", "FxMassEditProgress 1",
-                                       "FxMassEditProgress 1"};
-  expected.insert(expected.end(), measures * staves, "FxMassEditProgress 1");
-  EXPECT_EQ(Calls("FxMassEditProgress"), expected);
+  std::vector<std::string> progress = {"FxMassEditProgress 2"};
+  progress.insert(progress.end(), measures + measures * staves, "FxMassEditProgress 1");
+  EXPECT_EQ(Calls("FxMassEditProgress"), progress);
 }
 
 TEST_F(ToXmlTest, HostBefore2003OpensNoEdit) {
   HostSim().VersionOption = 2002;
-  EXPECT_FALSE(Export());
+  ToXml engine;
+  engine.FileName = Path("out.xml");
+  EXPECT_FALSE(engine.Invoke(0, 0));
   EXPECT_TRUE(Calls("FxStartFinaleEdit").empty());
   EXPECT_TRUE(Calls("FxCancelFinaleEdit").empty());
   EXPECT_TRUE(std::filesystem::exists(Path("out.xml")));
@@ -134,28 +110,27 @@ TEST_F(ToXmlTest, FailureTable) {
     std::string Name;
     std::function<void(ToXml&)> Arrange;
     int32_t Number;
-    int32_t Message; // 0: the description stays as the failure brought it
+    int32_t Message;
   };
-  const Case cases[] = {
-      {"a read-only file refuses the save",
-       [&](ToXml& e) {
-         Write(e.FileName, "old");
-         chmod(e.FileName.c_str(), 0444);
-       },
-       Code(0x8004058A), 163},
-      {"a missing folder is a foreign failure",
-       [&](ToXml& e) { e.FileName = Path("missing/out.xml"); }, Code(0x8004031B), 159},
-      {"an internal error gets the general words",
-       [](ToXml&) {
-         HostSim().Faults = {{"FxStartMassEdit", Fault::Refuse}};
-       },
-       Code(0x800402CD), 159},
-      {"a foreign failure is logged and numbered by the deepest handler",
-       [](ToXml&) {
-         HostSim().Faults = {{"LoadSettings41", Fault::Throw}};
-       },
-       kSettings41Places.LoadHandler, 159},
-  };
+  const Case cases[] = {{"a read-only file refuses the save",
+                         [&](ToXml& e) {
+                           Write(e.FileName, "old");
+                           chmod(e.FileName.c_str(), 0444);
+                         },
+                         Code(0x8004058A), 163},
+                        {"a missing folder is a foreign failure",
+                         [&](ToXml& e) { e.FileName = Path("missing/out.xml"); }, Code(0x8004031B),
+                         159},
+                        {"an internal error gets the general words",
+                         [](ToXml&) {
+                           HostSim().Faults = {{"FxStartMassEdit", Fault::Refuse}};
+                         },
+                         Code(0x800402CD), 159},
+                        {"a foreign failure is logged and numbered by the deepest handler",
+                         [](ToXml&) {
+                           HostSim().Faults = {{"LoadSettings41", Fault::Throw}};
+                         },
+                         kSettings41Places.LoadHandler, 159}};
   for (const Case& c : cases) {
     HostSim().Faults.clear();
     HostSim().CallLog.clear();
@@ -178,6 +153,72 @@ TEST_F(ToXmlTest, FailureTable) {
   EXPECT_NE(Log().find("Finale LoadSettings41 error -2147467259: LoadSettings41 broke down"),
             std::string::npos)
       << Log();
+}
+
+class BadInputTest : public testing::ExportTest {};
+
+// Documents whose records contradict each other: the export stops with a message that says
+// where, logs the detail once, and writes no file.
+TEST_F(BadInputTest, ContradictingRecordsEndTheRunWithThePlace) {
+  struct Case {
+    std::string Name;
+    std::function<void(sim::Document&)> Spoil;
+    int32_t Message;                // 157 with part and measure, or 159
+    std::vector<std::string> Place; // the arguments of message 157
+    std::string Logged;             // a piece of the one log line
+  };
+  const Case cases[] = {
+      {"a frame whose entries overrun the measure",
+       [](sim::Document& doc) {
+         // Measure 2 shrinks to 2/4 under its four quarters.
+         for (auto& [key, row] : doc.Table(sim::ShapeOf("MeasureSpec")).Rows)
+           if (key.Cmper == 2) row[sim::ShapeOf("MeasureSpec").FieldIndex("Beats")].Numbers = {2};
+       },
+       157,
+       {"1", "2"},
+       "the entries of layer 1 of staff 1 last 4096 EDU in a measure of 2048"},
+      {"a staff in the staff list without its record",
+       [](sim::Document& doc) { doc.Table(sim::ShapeOf("StaffSpec")).Rows.clear(); },
+       159,
+       {},
+       "has no StaffSpec"},
+      {"a key number that names no key",
+       [](sim::Document& doc) {
+         for (auto& [key, row] : doc.Table(sim::ShapeOf("MeasureSpec")).Rows)
+           if (key.Cmper == 3)
+             row[sim::ShapeOf("MeasureSpec").FieldIndex("Key")].Numbers = {0x4005};
+       },
+       157,
+       {"1", "3"},
+       ""}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.Name);
+    StartScore();
+    int16_t staff = Builder.AddStaff({});
+    AddMeasures(3);
+    for (int16_t measure = 1; measure <= 3; ++measure)
+      Builder.SetLayer(staff, measure, 0,
+                       {tools::Notes(tools::kQuarter, "C4"), tools::Notes(tools::kQuarter, "D4"),
+                        tools::Notes(tools::kQuarter, "E4"), tools::Notes(tools::kQuarter, "F4")});
+    sim::Document document = Builder.Build();
+    c.Spoil(document);
+    sim::Host::Instance().Open(std::move(document));
+    std::filesystem::remove(Path("error.log"));
+    ToXml engine;
+    engine.FileName = Path("bad.xml");
+    try {
+      engine.Invoke(0, 0);
+      ADD_FAILURE() << "the run went through";
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.Source, "FinalePlugIn");
+      EXPECT_EQ(failure.Description, FormatResString(c.Message, c.Place));
+    }
+    EXPECT_FALSE(std::filesystem::exists(engine.FileName)) << "no file is written";
+    std::string log = Log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
+    EXPECT_NE(log.find(c.Logged), std::string::npos) << log;
+    EXPECT_FALSE(sim::Host::Instance().InEdit());
+  }
 }
 
 } // namespace
