@@ -141,7 +141,6 @@ private:
   xml::XmlNode Element(const std::string& name, const std::string& text = {});
 
   // Measure content, entries and durations.
-  friend class ToXmlTestAccess;
   struct MeasureState;
   struct BeamChain;
   // Per-staff working tables and display flags of the part about to be loaded.
