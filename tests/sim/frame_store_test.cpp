@@ -6,39 +6,26 @@
 
 #include <nlohmann/json.hpp>
 
-#include "../support/host_test.h"
+#include "../host/host_fixture.h"
 #include "host/bridge.h"
 #include "host/frames/frame_bits.h"
-#include "sim/document.h"
-#include "sim/record_store.h"
 
 namespace ostin::sim {
 namespace {
 
-using testing::HostTest;
+using testing::Put;
 
 constexpr int32_t kValidNote = kEfValid | kEfNote;
 
-// The sample document: staves 1 and 2 in slots 1 and 2, four measures of 4/4, layer 0 of
-// staff 1 in frames 1 to 4 and of staff 2 in frames 5 to 8.
-class FrameStoreTest : public HostTest {
+// Layer 0 of staff 1 is in frames 1 to 4 and of staff 2 in frames 5 to 8.
+class FrameStoreTest : public testing::SampleTest {
 protected:
   void SetUp() override {
-    HostTest::SetUp();
+    SampleTest::SetUp();
     // The sample's holders, with frames that these tests fill themselves.
-    OpenData("sample.json").Frames = sim::FrameStore{};
+    Doc().Frames = sim::FrameStore{};
   }
   static Document& Doc() { return HostSim().Doc(); }
-
-  // Writes fields of a record straight into the document: (field, element, value).
-  static void Put(const char* className, RecordKey key,
-                  std::initializer_list<std::tuple<const char*, int, int32_t>> fields) {
-    const RecordShape& shape = ShapeOf(className);
-    StoredRecord& row =
-        Doc().Table(shape).Rows.try_emplace(key, Doc().NewRecord(shape)).first->second;
-    for (const auto& [name, index, value] : fields)
-      row.at(shape.FieldIndex(name)).Numbers.at(index) = value;
-  }
 
   // Opens frame 1 (staff 1, measure 1, layer 0) holding these entries.
   static int32_t OpenWith(StoredFrame entries) {

@@ -1,0 +1,80 @@
+#pragma once
+// Host tests with a document of the data folder open, and checks of what a call raised.
+#include <functional>
+#include <string>
+#include <tuple>
+
+#include "../support/host_test.h"
+#include "platform/code_page.h"
+#include "sim/document.h"
+#include "sim/record_store.h"
+
+namespace ostin::testing {
+
+// Runs act and gives the number of the program's own failure it raises; 0 when it raises none.
+inline int32_t FailureOf(const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const Failure& failure) {
+    EXPECT_TRUE(failure.IsOwn()) << failure.Source;
+    EXPECT_EQ(failure.Description, kInternalError);
+    return failure.Number;
+  }
+  return 0;
+}
+
+// Writes fields of a record straight into the open document, making the record if it is new:
+// (field, element, value).
+inline void Put(const char* className, sim::RecordKey key,
+                std::initializer_list<std::tuple<const char*, int, int32_t>> fields) {
+  sim::Document& doc = sim::Host::Instance().Doc();
+  const sim::RecordShape& shape = sim::ShapeOf(className);
+  sim::StoredRecord& row =
+      doc.Table(shape).Rows.try_emplace(key, doc.NewRecord(shape)).first->second;
+  for (const auto& [name, index, value] : fields)
+    row.at(shape.FieldIndex(name)).Numbers.at(index) = value;
+}
+
+class OpenDocumentTest : public HostTest {
+protected:
+  explicit OpenDocumentTest(std::string document) : document_(std::move(document)) {}
+  void SetUp() override {
+    HostTest::SetUp();
+    OpenData(document_);
+  }
+  bool Logged(const std::string& text) const { return Log().find(text) != std::string::npos; }
+  // Runs act, which must raise the program's own failure with that number and log that text.
+  void ExpectRaised(const std::function<void()>& act, int32_t number,
+                    const std::string& logged) const {
+    EXPECT_EQ(FailureOf(act), number) << logged;
+    EXPECT_TRUE(Logged(logged)) << Log();
+  }
+  // Starts an empty error log, for cases of a table that each look for their own line.
+  void StartNewLog() {
+    ResetLogForTests();
+    std::filesystem::remove(Path("error.log"));
+    SetLogPath(Path("error.log"));
+  }
+
+private:
+  std::string document_;
+};
+
+// The sample score: staves 1 and 2 in slots 1 and 2, four measures of 4/4.
+class SampleTest : public OpenDocumentTest {
+protected:
+  SampleTest() : OpenDocumentTest("sample.json") {}
+};
+
+// The default new document, which holds the default fonts.
+class DefaultDocumentTest : public OpenDocumentTest {
+protected:
+  DefaultDocumentTest() : OpenDocumentTest("default-document.json") {}
+  static void OpenDefault() { OpenData("default-document.json"); }
+  // UTF-8 text of host code page bytes, for characters given by their codes.
+  static std::string FromCodes(std::initializer_list<unsigned char> codes) {
+    return HostToUtf8(std::string(codes.begin(), codes.end()));
+  }
+};
+
+} // namespace ostin::testing
