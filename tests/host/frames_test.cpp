@@ -165,7 +165,6 @@ TEST_F(FramesTest, EntrySaveSkipsSetEntryWhenUnchangedButSavesChangedNotes) {
   chord.Save();
   frame.Save();
   frame.Free();
-
   frame.Load(0, 1, 1, 0, true);
   EXPECT_EQ(frame.Entries(1)->Notes(2)->Alteration, -1);
   EXPECT_EQ(frame.Entries(1)->Ef, kEfValid | kEfNote | kEfHidden);
@@ -210,7 +209,6 @@ TEST_F(FramesTest, LayerWithoutFrameGetsOneOnlyForAWritingCaller) {
   ASSERT_TRUE(holder.Load(2, 1));
   EXPECT_EQ(holder.FrameOf(1), number);
   EXPECT_EQ(holder.FrameOf(0), 5) << "the other layers stay";
-
   HostSim().Doc().Records["Gfhold"].Rows.clear();
   frame.Load(0, 1, 3, 0, false);
   EXPECT_EQ(frame.Frame, number + 1);

@@ -37,7 +37,6 @@ TEST_F(HandmadeRecordTest, EndingKeepsEveryPassThroughItsArrayCall) {
   ASSERT_TRUE(back.Load(3, 0));
   EXPECT_EQ(back.Passes, (std::vector<int16_t>{1, 2, 4}));
   EXPECT_EQ((std::pair<int, int>(back.Pass(3), back.Pass(4))), std::pair(4, 0));
-
   HostSim().Faults = {{"LoadEndingRepeatArray", Fault::Refuse}};
   ExpectRaised([&] { (void)back.Load(3, 0); }, kEndingRepeatArrayFailed,
                "Finale load of EndingRepeat array");
@@ -58,14 +57,12 @@ TEST_F(HandmadeRecordTest, TextExpressionOfEachHostYear) {
   made.TextIDKey = 12;
   made.MeasXadjust = -5;
   made.Save();
-
   TextExpression older;
   older.FinaleVersion = 2003;
   older.Create(-1, 0, 4);
   older.Sizefont = 24;
   older.Text = "dolce";
   older.Save();
-
   TextExpression walker;
   walker.FinaleVersion = 2004;
   ASSERT_TRUE(walker.GetNext(0, 0));
@@ -168,14 +165,12 @@ TEST_F(HandmadeRecordTest, NameTextsAreReadOnceAndWrittenAsNewBlocks) {
 
 TEST_F(HandmadeRecordTest, DefaultFontsResolveTheirNames) {
   DefaultFontPrefs music, text;
-  ASSERT_TRUE(music.Load(0));
-  EXPECT_EQ(music.FontName, "Maestro");
-  ASSERT_TRUE(text.Load(8));
-  EXPECT_EQ(text.CaretCommands(), "^font(Times New Roman,8192)^size(12)^efx(0)");
-  EXPECT_FALSE(DefaultFontPrefs().Load(99));
   TupletPrefs tuplet;
-  ASSERT_TRUE(tuplet.Load(0));
+  ASSERT_TRUE(music.Load(0) && text.Load(8) && tuplet.Load(0));
+  EXPECT_EQ(music.FontName, "Maestro");
+  EXPECT_EQ(text.CaretCommands(), "^font(Times New Roman,8192)^size(12)^efx(0)");
   EXPECT_EQ(tuplet.Tupnum, 3);
+  EXPECT_FALSE(DefaultFontPrefs().Load(99));
 }
 
 TEST_F(HandmadeRecordTest, BaselineCreateGivesTheNextPairUnderItsNumber) {

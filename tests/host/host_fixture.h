@@ -70,7 +70,6 @@ protected:
 class DefaultDocumentTest : public OpenDocumentTest {
 protected:
   DefaultDocumentTest() : OpenDocumentTest("default-document.json") {}
-  static void OpenDefault() { OpenData("default-document.json"); }
   // UTF-8 text of host code page bytes, for characters given by their codes.
   static std::string FromCodes(std::initializer_list<unsigned char> codes) {
     return HostToUtf8(std::string(codes.begin(), codes.end()));

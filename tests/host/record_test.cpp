@@ -301,7 +301,6 @@ protected:
   }
 };
 TYPED_TEST_SUITE(RecordFamilyTest, AllCases);
-
 TYPED_TEST(RecordFamilyTest, GoesThroughTheBridgeAndBack) {
   using Case = TypeParam;
   auto record = this->Made();
@@ -315,7 +314,6 @@ TYPED_TEST(RecordFamilyTest, GoesThroughTheBridgeAndBack) {
     defaults.AltFlag = 0x0700;
   }
   EXPECT_TRUE(Case::Same(empty, defaults)) << "a new record holds the host's defaults";
-
   Case::Fill(record, 11);
   record.Save();
   auto back = this->Made();
@@ -323,13 +321,11 @@ TYPED_TEST(RecordFamilyTest, GoesThroughTheBridgeAndBack) {
   EXPECT_TRUE(Case::Same(back, record));
   auto other = this->Made();
   EXPECT_FALSE(other.Load(record.Cmper(), static_cast<int16_t>(record.Inci() + 5)));
-
   auto second = this->Made();
   this->CreateFresh(second);
   EXPECT_NE(std::make_tuple(second.Cmper(), second.Inci(), second.Third()),
             std::make_tuple(record.Cmper(), record.Inci(), record.Third()))
       << "-1 takes a free number";
-
   if constexpr (Case::HasNext) {
     auto walker = this->Made();
     int found = 0;

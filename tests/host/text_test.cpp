@@ -42,23 +42,19 @@ TEST_F(TextTest, TextBlockKeepsItsTextAndTheTagOfTheNewerCall) {
   TextBlock block = BlockOf(2004), second = BlockOf(2004);
   block.Create(-1, 0);
   second.Create(-1, 0);
-  EXPECT_EQ(block.Cmper(), 1);
-  EXPECT_EQ(second.Cmper(), 2) << "-1 takes the next free number";
+  EXPECT_EQ((std::pair<int, int>(block.Cmper(), second.Cmper())), std::pair(1, 2))
+      << "-1 takes the next free number";
   block.TextTag = kNameTextTag;
   block.Text = "^font(Times New Roman,8192)^size(12)^efx(plain)Flöte – «solo»";
   block.Save();
-
   TextBlock old = BlockOf(2003);
   ASSERT_TRUE(old.Load(1, 0));
-  EXPECT_EQ(old.Text, block.Text);
-  EXPECT_EQ(old.TextTag, 0);
+  EXPECT_EQ(std::pair(old.Text, old.TextTag), std::pair(block.Text, 0));
   EXPECT_EQ(ParseCaretCommands(kNameTextTag, old.Text), "Flöte – «solo»");
   old.Text = "second";
   old.Save();
   ASSERT_TRUE(block.Load(1, 0));
-  EXPECT_EQ(block.Text, "second");
-  EXPECT_EQ(block.TextTag, kNameTextTag);
-
+  EXPECT_EQ(std::pair(block.Text, block.TextTag), std::pair(std::string("second"), kNameTextTag));
   for (int32_t version : {2003, 2004}) {
     TextBlock absent = BlockOf(version);
     EXPECT_FALSE(absent.Load(42, 0));
@@ -69,16 +65,15 @@ TEST_F(TextTest, TextBlockKeepsItsTextAndTheTagOfTheNewerCall) {
   EXPECT_EQ(Log(), "");
 }
 
-TEST_F(TextTest, FontTableWalksInNumberOrderAndEndsAsAResult) {
+TEST_F(TextTest, FontTableWalksInNumberOrderAndClassesItsFonts) {
   FontName font;
   std::vector<std::string> names;
   for (int16_t number = 0; font.GetNext(number, 0); number = font.Cmper())
     names.push_back(font.Text);
   ASSERT_EQ(names.size(), 16u);
-  EXPECT_EQ(names.front(), "Maestro");
-  EXPECT_EQ(names.back(), "EngraverTextNCS");
+  EXPECT_EQ(std::pair(names.front(), names.back()),
+            std::pair(std::string("Maestro"), std::string("EngraverTextNCS")));
   EXPECT_EQ(font.Cmper(), 16) << "the walk's end leaves the key at the last font";
-
   ASSERT_TRUE(font.Load(2, 0));
   EXPECT_EQ(font.Text, "Times New Roman");
   EXPECT_TRUE(font.WindowsFont() && font.WesternFont() && !font.MacFont());
@@ -86,21 +81,16 @@ TEST_F(TextTest, FontTableWalksInNumberOrderAndEndsAsAResult) {
   EXPECT_TRUE(font.SymbolFont());
   EXPECT_FALSE(font.Load(40, 0));
   EXPECT_EQ(FailureOf([&] { font.MustLoad(40, 0); }), Code(0x80040442));
-}
-
-TEST_F(TextTest, FontsAreFoundAndClassedByName) {
-  EXPECT_EQ(FirstMusicFont(), 1);
-  EXPECT_EQ(FirstTextFont(), 2);
-  struct Case {
-    int16_t Font;
-    bool Music, MusicText, Text;
-  } cases[] = {{1, true, false, false}, {12, true, false, false}, {14, false, true, false},
-               {2, false, false, true}, {0, false, false, true},  {99, false, false, true}};
-  for (const Case& c : cases) {
-    FontClass kind = CheckFont(c.Font);
+  EXPECT_EQ((std::pair<int, int>(FirstMusicFont(), FirstTextFont())), std::pair(1, 2));
+  // Fonts are classed by name as music, music text or text; an unknown number is text.
+  const std::tuple<int16_t, bool, bool, bool> cases[] = {
+      {1, true, false, false}, {12, true, false, false}, {14, false, true, false},
+      {2, false, false, true}, {0, false, false, true},  {99, false, false, true}};
+  for (const auto& [number, music, musicText, text] : cases) {
+    FontClass kind = CheckFont(number);
     EXPECT_EQ(std::tuple(kind.IsMusic, kind.IsMusicText, kind.IsText),
-              std::tuple(c.Music, c.MusicText, c.Text))
-        << c.Font;
+              std::tuple(music, musicText, text))
+        << number;
   }
 }
 
@@ -130,14 +120,11 @@ TEST_F(TextTest, RefusedOrFailingHostCallsRaiseInTheirOperations) {
   EXPECT_EQ(FailureOf([] { ParseCaretCommands(kNameTextTag, "^size(3)x"); }),
             text_failures::kParseCaretCommandRefused);
   EXPECT_EQ(ParseCaretCommands(kNameTextTag, "no commands"), "no commands");
-
   HostSim().Faults = {{"FxParseCaretCommand", Fault::Throw}};
   ExpectRaised([] { ParseCaretCommands(kNameTextTag, "^size(3)x"); },
                text_failures::kParseCaretCommands, "ParseCaretCommands error ");
-
   HostSim().Faults = {{"FxFontNameToNum", Fault::Refuse}};
   EXPECT_EQ(FailureOf([] { FontNumberOf("Arial"); }), text_failures::kFontNameToNumRefused);
-
   HostSim().Faults.clear();
   EXPECT_EQ(FailureOf([] { ParseCaretCommands(kNameTextTag, "^size(huge)x"); }),
             text_failures::kParseCaretCommandRefused)
