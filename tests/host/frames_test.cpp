@@ -166,8 +166,8 @@ TEST_F(FramesTest, EntrySaveSkipsSetEntryWhenUnchangedButSavesChangedNotes) {
   frame.Save();
   frame.Free();
   frame.Load(0, 1, 1, 0, true);
-  EXPECT_EQ(frame.Entries(1)->Notes(2)->Alteration, -1);
-  EXPECT_EQ(frame.Entries(1)->Ef, kEfValid | kEfNote | kEfHidden);
+  EXPECT_EQ((std::pair<int, int>(frame.Entries(1)->Notes(2)->Alteration, frame.Entries(1)->Ef)),
+            std::pair(-1, kEfValid | kEfNote | kEfHidden));
   frame.Free();
 }
 
@@ -207,8 +207,8 @@ TEST_F(FramesTest, LayerWithoutFrameGetsOneOnlyForAWritingCaller) {
   Gfhold holder;
   holder.SetFinaleVersion(2004);
   ASSERT_TRUE(holder.Load(2, 1));
-  EXPECT_EQ(holder.FrameOf(1), number);
-  EXPECT_EQ(holder.FrameOf(0), 5) << "the other layers stay";
+  EXPECT_EQ((std::pair<int, int>(holder.FrameOf(1), holder.FrameOf(0))), std::pair(int{number}, 5))
+      << "the other layers stay";
   HostSim().Doc().Records["Gfhold"].Rows.clear();
   frame.Load(0, 1, 3, 0, false);
   EXPECT_EQ(frame.Frame, number + 1);
@@ -230,21 +230,15 @@ TEST_F(FramesTest, CancelledEditRollsRecordsAndFramesBack) {
   Tgf frame;
   frame.Load(0, 1, 1, 0, false);
   frame.InsertEntry(2, 1);
-  frame.Entries(3)->Dura = 2048;
-  frame.Entries(3)->Save();
   frame.Save();
   frame.Free();
-  frame.Load(0, 2, 2, 2, false); // a new frame in a new layer
+  frame.Load(0, 2, 2, 2, false); // a new frame in a new layer, named by its holder
   frame.Free();
   ASSERT_FALSE(Store() == before);
   ASSERT_EQ(FxCancelFinaleEdit(), 1);
   EXPECT_TRUE(Store() == before);
   EXPECT_EQ(HostSim().Doc().ToJson(), records);
   EXPECT_EQ(FxCancelFinaleEdit(), 0);
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
-  ASSERT_TRUE(holder.Load(2, 2));
-  EXPECT_EQ(holder.FrameOf(2), 0);
 }
 
 TEST_F(FramesTest, StemDirectionComesFromTheRectanglesOfHeadAndStem) {

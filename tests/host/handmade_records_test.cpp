@@ -80,9 +80,10 @@ TEST_F(HandmadeRecordTest, PlayMapIsPackedIntoEightWords) {
   for (int key : {0, 15, 35, 127})
     drums.SetPlayMap(key, true);
   drums.Save();
-  EXPECT_EQ(drums.Record::PlayMap[0], static_cast<int16_t>(0x8001)) << "bit 15 is the sign bit";
-  EXPECT_EQ(drums.Record::PlayMap[2], 0x0008);
-  EXPECT_EQ(drums.Record::PlayMap[7], static_cast<int16_t>(0x8000));
+  // Key 15 is bit 15 of the first word, its sign bit.
+  EXPECT_EQ((std::tuple<int, int, int>(drums.Record::PlayMap[0], drums.Record::PlayMap[2],
+                                       drums.Record::PlayMap[7])),
+            std::tuple(-0x7FFF, 0x0008, -0x8000));
   DrumStaff back;
   EXPECT_FALSE(back.Load(1, 0, 8)) << "another tag finds nothing";
   ASSERT_TRUE(back.Load(1, 0, 7));
@@ -116,22 +117,18 @@ TEST_F(HandmadeRecordTest, FretInstrumentTuningGoesThroughTheBlockOfItsLoad) {
 TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {
   EXPECT_FALSE(AnyLyric(kVerse));
   int16_t id = CreateLyricText(kVerse, "^font(Times New Roman,8192)Hel-lo  wörld ^^3");
-  struct Case {
-    int16_t Syll;
-    std::string Text;
-    bool Hyphen;
-  } cases[] = {{1, "Hel", true}, {2, "lo", false}, {3, "wörld", false}, {4, "^3", false}};
+  const std::tuple<int16_t, std::string, bool> cases[] = {
+      {1, "Hel", true}, {2, "lo", false}, {3, "wörld", false}, {4, "^3", false}};
   VerseLyric lyric;
   lyric.Create(100, -1);
   EXPECT_TRUE(AnyLyric(kVerse));
   EXPECT_FALSE(AnyLyric(kChorus));
-  for (const Case& c : cases) {
+  for (const auto& [syllable, text, hyphen] : cases) {
     lyric.RawTextNum = id;
-    lyric.Syll = c.Syll;
+    lyric.Syll = syllable;
     lyric.Save();
     ASSERT_TRUE(lyric.Load(100, 0));
-    EXPECT_EQ(lyric.Text, c.Text);
-    EXPECT_EQ(lyric.IsHyphen, c.Hyphen) << c.Text;
+    EXPECT_EQ(std::pair(lyric.Text, lyric.IsHyphen), std::pair(text, hyphen));
   }
   lyric.Syll = 5;
   lyric.Save();
@@ -157,8 +154,9 @@ TEST_F(HandmadeRecordTest, NameTextsAreReadOnceAndWrittenAsNewBlocks) {
   TextBlock text;
   text.FinaleVersion = 2004;
   ASSERT_TRUE(text.Load(block, 0));
-  EXPECT_EQ(text.Text, "^font(Times New Roman,8192)^size(12)^efx(plain)Violine I");
-  EXPECT_EQ(text.TextTag, kNameTextTag);
+  EXPECT_EQ(std::pair(text.Text, text.TextTag),
+            std::pair(std::string("^font(Times New Roman,8192)^size(12)^efx(plain)Violine I"),
+                      kNameTextTag));
   back.SetAbbrvNameText("");
   EXPECT_EQ(back.AbbrvName, 0);
 }
