@@ -35,6 +35,16 @@ inline void Put(const char* className, sim::RecordKey key,
     row.at(shape.FieldIndex(name)).Numbers.at(index) = value;
 }
 
+// What a document with this section is refused with; empty when it is taken.
+inline std::string RefusalOf(const char* section, const std::string& json) {
+  try {
+    sim::Document::FromJson({{"format", "ostin-document"}, {section, nlohmann::json::parse(json)}});
+  } catch (const sim::DocumentError& error) {
+    return error.what();
+  }
+  return "";
+}
+
 class OpenDocumentTest : public HostTest {
 protected:
   explicit OpenDocumentTest(std::string document) : document_(std::move(document)) {}

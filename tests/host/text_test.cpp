@@ -20,7 +20,6 @@
 #include "host/text/text_portion.h"
 #include "host_fixture.h"
 #include "sim/document.h"
-#include "sim/text_store.h"
 #include "xml/xml_document.h"
 
 namespace ostin {
@@ -129,49 +128,6 @@ TEST_F(TextTest, RefusedOrFailingHostCallsRaiseInTheirOperations) {
   EXPECT_EQ(FailureOf([] { ParseCaretCommands(kNameTextTag, "^size(huge)x"); }),
             text_failures::kParseCaretCommandRefused)
       << "the host refuses a command it cannot read";
-}
-
-TEST_F(TextTest, TextsSectionRoundTripsReadably) {
-  sim::TextStore& texts = HostSim().Doc().Texts;
-  texts.RawTexts[{kLineTextTag, 2}] = Utf8ToHost("Rit. – poco «più»");
-  texts.FontNumber(Utf8ToHost("Café Sans"), 0x2000);
-  nlohmann::json json = texts.ToJson();
-  EXPECT_EQ(json["rawTexts"][0]["text"], "Rit. – poco «più»");
-  EXPECT_EQ(json["fonts"][16]["name"], "Café Sans");
-  EXPECT_EQ(sim::TextStore::FromJson(json), texts);
-  EXPECT_EQ(sim::TextStore::FromJson(nlohmann::json::object()), sim::TextStore{});
-}
-
-TEST_F(TextTest, BadTextsSectionIsRefusedNamingTheItem) {
-  const std::pair<std::string, std::string> cases[] = {
-      {R"([])", "texts: an object expected"},
-      {R"({"colours":[]})", "texts: unknown part \"colours\""},
-      {R"({"fonts":{}})", "texts: \"fonts\" must be a list"},
-      {R"({"fonts":[7]})", "texts: fonts, item 1: an object expected"},
-      {R"({"fonts":[{"name":"A"}]})", "texts: fonts, item 1: \"number\" missing"},
-      {R"({"fonts":[{"number":0,"name":"A"}]})", "\"number\" must be a number from 1"},
-      {R"({"fonts":[{"number":3,"name":5}]})", "texts: font 3: \"name\" must be text"},
-      {R"({"fonts":[{"number":3,"name":""}]})", "texts: font 3: \"name\" must not be empty"},
-      {R"({"fonts":[{"number":3,"name":"A","charsetAndOS":70000}]})",
-       "texts: font 3: \"charsetAndOS\" must be a number"},
-      {R"({"fonts":[{"number":3,"name":"A","colour":1}]})", "unknown field \"colour\""},
-      {R"({"fonts":[{"number":3,"name":"A"},{"number":3,"name":"B"}]})",
-       "texts: font 3: number given twice"},
-      {R"({"rawTexts":[{"tag":29555,"id":0,"text":"x"}]})", "texts: rawTexts, item 1: \"id\""},
-      {R"({"rawTexts":[{"tag":29555,"id":1}]})", "texts: raw text 29555, 1: \"text\" must be"},
-      {R"({"rawTexts":[{"tag":1,"id":1,"text":"a"},{"tag":1,"id":1,"text":"b"}]})",
-       "texts: raw text 1, 1: given twice"},
-  };
-  for (const auto& [json, says] : cases) {
-    try {
-      sim::Document::FromJson(
-          {{"format", "ostin-document"}, {"texts", nlohmann::json::parse(json)}});
-      ADD_FAILURE() << json;
-    } catch (const sim::DocumentError& error) {
-      EXPECT_NE(std::string(error.what()).find(says), std::string::npos)
-          << json << " said: " << error.what();
-    }
-  }
 }
 
 constexpr const char* kTimes = "^font(Times New Roman,8192)^size(12)^efx(plain)";
