@@ -28,7 +28,7 @@ sim::StoredEntry Quarter(int32_t entnum, std::vector<int16_t> tcds) {
 class FramesTest : public testing::SampleTest {
 protected:
   void SetUp() override {
-    SampleTest::SetUp();
+    testing::SampleTest::SetUp();
     // The sample's holders, with frames that these tests fill themselves.
     HostSim().Doc().Frames = sim::FrameStore{};
     Store().Frames[1] = {Quarter(1, {0, 2, 4}), Quarter(2, {7})};
@@ -128,7 +128,6 @@ TEST_F(FramesTest, RefusedOrFailingBridgeCallsLogAndRaiseTheirPlacesNumbers) {
   };
   for (size_t i = 0; i < std::size(cases); ++i) {
     const Case& c = cases[i];
-    StartNewLog();
     Tgf frame;
     if (i >= 4) write(frame); // the first four fail in the load itself
     HostSim().Faults = {{c.Call, Fault::Refuse}};

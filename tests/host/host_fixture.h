@@ -45,45 +45,34 @@ inline std::string RefusalOf(const char* section, const std::string& json) {
   return "";
 }
 
-class OpenDocumentTest : public HostTest {
+// UTF-8 text of host code page bytes, for characters given by their codes.
+inline std::string FromCodes(std::initializer_list<unsigned char> codes) {
+  return HostToUtf8(std::string(codes.begin(), codes.end()));
+}
+
+template <const char* kDocument> class OpenDocumentTest : public HostTest {
 protected:
-  explicit OpenDocumentTest(std::string document) : document_(std::move(document)) {}
   void SetUp() override {
     HostTest::SetUp();
-    OpenData(document_);
+    OpenData(kDocument);
   }
   bool Logged(const std::string& text) const { return Log().find(text) != std::string::npos; }
-  // Runs act, which must raise the program's own failure with that number and log that text.
-  void ExpectRaised(const std::function<void()>& act, int32_t number,
-                    const std::string& logged) const {
-    EXPECT_EQ(FailureOf(act), number) << logged;
-    EXPECT_TRUE(Logged(logged)) << Log();
-  }
-  // Starts an empty error log, for cases of a table that each look for their own line.
-  void StartNewLog() {
+  // Runs act on an empty error log; it must raise the program's own failure with that number
+  // and log that text.
+  void ExpectRaised(const std::function<void()>& act, int32_t number, const std::string& logged) {
     ResetLogForTests();
     std::filesystem::remove(Path("error.log"));
     SetLogPath(Path("error.log"));
-  }
-
-private:
-  std::string document_;
-};
-
-// The sample score: staves 1 and 2 in slots 1 and 2, four measures of 4/4.
-class SampleTest : public OpenDocumentTest {
-protected:
-  SampleTest() : OpenDocumentTest("sample.json") {}
-};
-
-// The default new document, which holds the default fonts.
-class DefaultDocumentTest : public OpenDocumentTest {
-protected:
-  DefaultDocumentTest() : OpenDocumentTest("default-document.json") {}
-  // UTF-8 text of host code page bytes, for characters given by their codes.
-  static std::string FromCodes(std::initializer_list<unsigned char> codes) {
-    return HostToUtf8(std::string(codes.begin(), codes.end()));
+    EXPECT_EQ(FailureOf(act), number) << logged;
+    EXPECT_TRUE(Logged(logged)) << Log();
   }
 };
+
+// The sample score (staves 1 and 2 in slots 1 and 2, four measures of 4/4), and the default
+// new document, which holds the default fonts.
+inline constexpr char kSample[] = "sample.json";
+inline constexpr char kDefaultDocument[] = "default-document.json";
+using SampleTest = OpenDocumentTest<kSample>;
+using DefaultDocumentTest = OpenDocumentTest<kDefaultDocument>;
 
 } // namespace ostin::testing

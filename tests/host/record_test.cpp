@@ -105,7 +105,6 @@ TEST_F(RecordTest, RefusedCallsLogTheirTextAndRaiseTheirPlacesNumber) {
   for (const Case& c : cases) {
     OpenData("sample.json"); // each case makes its records in the same document
     HostSim().Faults = {{c.Call, Fault::Refuse}};
-    StartNewLog();
     ExpectRaised(c.Act, c.Number, c.Logged);
   }
 }

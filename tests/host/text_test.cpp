@@ -26,6 +26,7 @@ namespace ostin {
 namespace {
 
 using testing::FailureOf;
+using testing::FromCodes;
 using Fault = sim::Host::Fault;
 using TextTest = testing::DefaultDocumentTest;
 

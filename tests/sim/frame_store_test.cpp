@@ -22,7 +22,7 @@ constexpr int32_t kValidNote = kEfValid | kEfNote;
 class FrameStoreTest : public testing::SampleTest {
 protected:
   void SetUp() override {
-    SampleTest::SetUp();
+    testing::SampleTest::SetUp();
     // The sample's holders, with frames that these tests fill themselves.
     Doc().Frames = sim::FrameStore{};
   }
