@@ -8,7 +8,6 @@
 namespace ostin {
 namespace {
 
-using testing::FailureOf;
 using Fault = sim::Host::Fault;
 using HandmadeRecordTest = testing::DefaultDocumentTest;
 
@@ -35,8 +34,8 @@ TEST_F(HandmadeRecordTest, EndingKeepsEveryPassThroughItsArrayCall) {
   ending.Save();
   EndingRepeat back;
   ASSERT_TRUE(back.Load(3, 0));
-  EXPECT_EQ(back.Passes, (std::vector<int16_t>{1, 2, 4}));
-  EXPECT_EQ((std::pair<int, int>(back.Pass(3), back.Pass(4))), std::pair(4, 0));
+  EXPECT_EQ(std::tuple(back.Passes, back.Pass(3), back.Pass(4)),
+            std::tuple(std::vector<int16_t>{1, 2, 4}, 4, 0));
   HostSim().Faults = {{"LoadEndingRepeatArray", Fault::Refuse}};
   ExpectRaised([&] { (void)back.Load(3, 0); }, kEndingRepeatArrayFailed,
                "Finale load of EndingRepeat array");

@@ -140,9 +140,7 @@ TEST_F(TextTest, CaretCommandsLeaveTheTextWithItsInsertsAndLiteralCarets) {
   // clang-format on
   for (const auto& [text, plain] : cases)
     EXPECT_EQ(ParseCaretCommands(kExpressionTextTag, text), plain) << text;
-}
-
-TEST_F(TextTest, EngraverFontSetShowsItsIAsANoBreakSpace) {
+  // EngraverFontSet shows its I as a no-break space, once its number is known.
   EngraverFontSetNumber() = FindFont("EngraverFontSet");
   EXPECT_EQ(ParseCaretCommands(kNameTextTag, "^font(EngraverFontSet,8194)Ix I"), "\u00A0x I");
   EXPECT_EQ(ParseCaretCommands(kNameTextTag, "^font(Maestro,8194)Ix"), "Ix");
@@ -152,21 +150,17 @@ TEST_F(TextTest, EngraverFontSetShowsItsIAsANoBreakSpace) {
 
 TEST_F(TextTest, InsertValueKnowsOnlyWholeInsertsAtTheStart) {
   ExpressionValues expression{96, 7};
-  struct Case {
-    std::string Text;
-    const ExpressionValues* Expression;
-    std::string Value;
-    int Consumed;
-  } cases[] = {
+  // Text, expression, value, characters consumed.
+  const std::tuple<std::string, const ExpressionValues*, std::string, int> cases[] = {
       {"^value() bpm", &expression, "96", 8}, {"^control()", &expression, "7", 10},
       {"^value()", nullptr, "", 8},           {"^sharp()^flat()", nullptr, "#", 8},
       {"^size(12)", nullptr, "", 0},          {"^sharp(", nullptr, "", 0},
       {"x^sharp()", nullptr, "", 0},          {"", nullptr, "", 0},
   };
-  for (const Case& c : cases) {
-    int consumed = -1;
-    std::string value = InsertValue(c.Text, consumed, c.Expression);
-    EXPECT_EQ(std::pair(value, consumed), std::pair(c.Value, c.Consumed)) << c.Text;
+  for (const auto& [text, values, value, consumed] : cases) {
+    int used = -1;
+    EXPECT_EQ(InsertValue(text, used, values), value) << text;
+    EXPECT_EQ(used, consumed) << text;
   }
 }
 
@@ -277,12 +271,8 @@ std::string Said(const MusicText& music) {
 }
 
 TEST_F(TextTest, MusicFontCharactersReadAsMarksDynamicsAndMetronomeMarks) {
-  struct Case {
-    std::vector<unsigned char> Codes;
-    std::string Font, Said;
-  };
   // clang-format off
-  const Case cases[] = {
+  const std::tuple<std::vector<unsigned char>, std::string, std::string> cases[] = {
       {{35}, "Maestro", "accidental-mark|sharp"},  {{233}, "Petrucci", "accidental-mark|natural"},
       {{84}, "Maestro", "ornaments|delayed-turn"}, {{84}, "Jazz", "|"}, // unknown: empty kind, name
       {{174}, "Jazz", "eyeglasses|eyeglasses"},    {{174}, "Maestro", "|"},
@@ -297,18 +287,16 @@ TEST_F(TextTest, MusicFontCharactersReadAsMarksDynamicsAndMetronomeMarks) {
       {{'a', 200, 193}, "Maestro", ""},
   };
   // clang-format on
-  for (const Case& c : cases) {
-    std::string text = HostToUtf8(std::string(c.Codes.begin(), c.Codes.end()));
-    EXPECT_EQ(Said(ParseMusicFont(text, c.Font, "")), c.Said) << text << " in " << c.Font;
+  for (const auto& [codes, font, said] : cases) {
+    std::string text = HostToUtf8(std::string(codes.begin(), codes.end()));
+    EXPECT_EQ(Said(ParseMusicFont(text, font, "")), said) << text << " in " << font;
   }
 }
 
 TEST_F(TextTest, MusicTextFontReadsMetronomeMarks) {
-  struct Case {
-    std::string Text, Value, Said;
-  };
+  // Text, the value of #, what it says.
   // clang-format off
-  const Case cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"q = 120", "", "metronome|quarter|0|120"},
       {"(q = 120)", "", "metronome|quarter|0|120|paren"},
       {"(q = 120", "", "metronome|quarter|0|120"}, {"{h.= 60}", "", "metronome|half|1|60|paren"},
@@ -319,8 +307,8 @@ TEST_F(TextTest, MusicTextFontReadsMetronomeMarks) {
       {"(x = w)", "", ""}, {"q : 120", "", ""},    {"z = 120", "", ""}, {"q = ", "", ""},
   };
   // clang-format on
-  for (const Case& c : cases)
-    EXPECT_EQ(Said(ParseMusicTextFont(c.Text, "EngraverTextT", c.Value)), c.Said) << c.Text;
+  for (const auto& [text, value, said] : cases)
+    EXPECT_EQ(Said(ParseMusicTextFont(text, "EngraverTextT", value)), said) << text;
 }
 
 TEST_F(TextTest, QuarterToneAccidentalsComeFromPercussionNoteFontsOnly) {
