@@ -195,8 +195,7 @@ TEST_F(FramesTest, LayerWithoutFrameGetsOneOnlyForAWritingCaller) {
   EXPECT_GT(number, 8) << "above every frame the holders name";
   EXPECT_EQ(frame.NumEntries, 0);
   frame.Free();
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
+  auto holder = testing::OfYear<Gfhold>(2004);
   ASSERT_TRUE(holder.Load(2, 1));
   EXPECT_EQ((std::pair<int, int>(holder.FrameOf(1), holder.FrameOf(0))), std::pair(int{number}, 5))
       << "the other layers stay";

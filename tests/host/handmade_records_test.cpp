@@ -49,21 +49,18 @@ TEST_F(HandmadeRecordTest, EndingKeepsEveryPassThroughItsArrayCall) {
 }
 
 TEST_F(HandmadeRecordTest, TextExpressionOfEachHostYear) {
-  TextExpression made;
-  made.FinaleVersion = 2004;
+  auto made = testing::OfYear<TextExpression>(2004);
   made.Create(-1, 0);
   EXPECT_EQ(made.Text, "Imported from MusicXML");
   made.TextIDKey = 12;
   made.MeasXadjust = -5;
   made.Save();
-  TextExpression older;
-  older.FinaleVersion = 2003;
+  auto older = testing::OfYear<TextExpression>(2003);
   older.Create(-1, 0, 4);
   older.Sizefont = 24;
   older.Text = "dolce";
   older.Save();
-  TextExpression walker;
-  walker.FinaleVersion = 2004;
+  auto walker = testing::OfYear<TextExpression>(2004);
   ASSERT_TRUE(walker.GetNext(0, 0));
   EXPECT_EQ(walker.TextIDKey, 12);
   walker.FinaleVersion = 2003;
@@ -136,8 +133,7 @@ TEST_F(HandmadeRecordTest, LyricSyllablesComeFromTheRawText) {
 }
 
 TEST_F(HandmadeRecordTest, NameTextsAreReadOnceAndWrittenAsNewBlocks) {
-  StaffSpec staff;
-  staff.FinaleVersion = 2004;
+  auto staff = testing::OfYear<StaffSpec>(2004);
   ASSERT_TRUE(staff.Load(1, 0));
   EXPECT_EQ(staff.FullNameText(), "") << "no block, no name";
   staff.SetFullNameText("Violine I");
@@ -146,12 +142,10 @@ TEST_F(HandmadeRecordTest, NameTextsAreReadOnceAndWrittenAsNewBlocks) {
   staff.SetFullNameText("Violine I");
   EXPECT_EQ(staff.FullName, block) << "the cached text makes no new block";
   staff.Save();
-  StaffSpec back;
-  back.FinaleVersion = 2004;
+  auto back = testing::OfYear<StaffSpec>(2004);
   ASSERT_TRUE(back.Load(1, 0));
   EXPECT_EQ(back.FullNameText(), "Violine I");
-  TextBlock text;
-  text.FinaleVersion = 2004;
+  auto text = testing::OfYear<TextBlock>(2004);
   ASSERT_TRUE(text.Load(block, 0));
   EXPECT_EQ(std::pair(text.Text, text.TextTag),
             std::pair(std::string("^font(Times New Roman,8192)^size(12)^efx(plain)Violine I"),
@@ -215,8 +209,7 @@ TEST_F(HandmadeRecordTest, CurrentStaffAppliesTheStylesAssignedThere) {
                {{"Mask1", 0, 0x0100}, {"Transposition", 0, -2}, {"AltFlag", 0, 9}});
   testing::Put("StaffStyleAssign", {1, 0},
                {{"Style", 0, 5}, {"StartMeas", 0, 3}, {"EndMeas", 0, 4}, {"EndEdu", 0, end}});
-  StaffSpec staff;
-  staff.FinaleVersion = 2004;
+  auto staff = testing::OfYear<StaffSpec>(2004);
   struct Case {
     int16_t Measure;
     int32_t Edu;

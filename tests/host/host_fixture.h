@@ -45,6 +45,16 @@ inline std::string RefusalOf(const char* section, const std::string& json) {
   return "";
 }
 
+// A record that makes the calls of that host year.
+template <class R> R OfYear(int32_t year) {
+  R record;
+  if constexpr (requires { record.SetFinaleVersion(year); })
+    record.SetFinaleVersion(year);
+  else
+    record.FinaleVersion = year;
+  return record;
+}
+
 // UTF-8 text of host code page bytes, for characters given by their codes.
 inline std::string FromCodes(std::initializer_list<unsigned char> codes) {
   return HostToUtf8(std::string(codes.begin(), codes.end()));

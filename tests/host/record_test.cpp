@@ -23,8 +23,7 @@ using Fault = sim::Host::Fault;
 using RecordTest = testing::SampleTest;
 
 TEST_F(RecordTest, WalkGoesInKeyOrderAndEndsAsAResult) {
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
+  auto holder = testing::OfYear<Gfhold>(2004);
   std::vector<std::pair<int, int>> keys;
   for (int16_t staff = 0, measure = 0; holder.GetNext(staff, measure);) {
     keys.emplace_back(holder.Cmper(), holder.Inci());
@@ -61,8 +60,7 @@ TEST_F(RecordTest, RefusedCallsLogTheirTextAndRaiseTheirPlacesNumber) {
   // A text block takes the places of the call of its year.
   auto textBlock = [](int32_t version, bool save) {
     return [=] {
-      TextBlock block;
-      block.FinaleVersion = version;
+      auto block = testing::OfYear<TextBlock>(version);
       block.Create(-1, 0);
       if (save) block.Save();
     };
@@ -76,16 +74,14 @@ TEST_F(RecordTest, RefusedCallsLogTheirTextAndRaiseTheirPlacesNumber) {
        "Finale load of new FreezeMusic 4 failed"},
       {"DeleteGfhold2004",
        [] {
-         Gfhold holder;
-         holder.SetFinaleVersion(2004);
+         auto holder = testing::OfYear<Gfhold>(2004);
          ASSERT_TRUE(holder.Load(1, 2));
          holder.Delete();
        },
        kGfholdPlaces.Delete, "Finale deletion of Gfhold2004 1, 2 failed"},
       {"CreateStaffSpec2003",
        [] {
-         StaffSpec staff;
-         staff.FinaleVersion = 2003;
+         auto staff = testing::OfYear<StaffSpec>(2003);
          staff.Create(5, 0);
        },
        kStaffSpecPlaces.Create, "Finale create of StaffSpec2003 5 failed"},
@@ -118,13 +114,11 @@ TEST_F(RecordTest, ForeignFailureInACallIsLoggedOnceAndBecomesTheHandlersNumber)
 // A variant record takes the newer call from its year on; the plain call leaves the newer
 // fields as they were and passes the others.
 TEST_F(RecordTest, VariantCallFollowsTheHostYear) {
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
+  auto holder = testing::OfYear<Gfhold>(2004);
   ASSERT_TRUE(holder.Load(1, 1));
   holder.ClefPercent = 80; // only the 2004 call passes it
   holder.Save();
-  StaffSpec staff;
-  staff.FinaleVersion = 2003;
+  auto staff = testing::OfYear<StaffSpec>(2003);
   ASSERT_TRUE(staff.Load(1, 0));
   staff.MoreFlags = 0x10; // only the 2003 call passes it
   staff.StaffID = 4;
@@ -134,11 +128,9 @@ TEST_F(RecordTest, VariantCallFollowsTheHostYear) {
     int16_t ClefPercent, MoreFlags;
   } cases[] = {{2000, 7, -1}, {2002, 7, -1}, {2003, 7, 0x10}, {2004, 80, 0x10}};
   for (const Case& c : cases) {
-    Gfhold reader;
-    reader.SetFinaleVersion(c.Year);
+    auto reader = testing::OfYear<Gfhold>(c.Year);
     reader.ClefPercent = 7;
-    StaffSpec spec;
-    spec.FinaleVersion = c.Year;
+    auto spec = testing::OfYear<StaffSpec>(c.Year);
     spec.MoreFlags = -1;
     ASSERT_TRUE(reader.Load(1, 1) && spec.Load(1, 0));
     EXPECT_EQ(std::tuple(reader.ClefPercent, reader.FrameOf(0), spec.MoreFlags, spec.StaffID),
@@ -150,13 +142,11 @@ TEST_F(RecordTest, VariantCallFollowsTheHostYear) {
 TEST_F(RecordTest, GfholdOfAHostWithMoreLayersKeepsThemAll) {
   HostSim().Doc().MaxLayers = 6;
   HostSim().Doc().Records.erase("Gfhold");
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
+  auto holder = testing::OfYear<Gfhold>(2004);
   holder.Create(2, 3);
   holder.Frame = {1, 2, 3, 4, 5, 6};
   holder.Save();
-  Gfhold reader;
-  reader.SetFinaleVersion(2004);
+  auto reader = testing::OfYear<Gfhold>(2004);
   ASSERT_TRUE(reader.Load(2, 3));
   EXPECT_EQ(reader.Frame, (std::vector<int16_t>{1, 2, 3, 4, 5, 6}));
   EXPECT_EQ(reader.FrameOf(6), 0);
@@ -165,8 +155,7 @@ TEST_F(RecordTest, GfholdOfAHostWithMoreLayersKeepsThemAll) {
 TEST_F(RecordTest, GfholdClefListComesFromClefElements) {
   testing::Put("ClefElement", {9, 0}, {{"Clef", 0, 0}, {"ClefEdu", 0, 0}});
   testing::Put("ClefElement", {9, 1}, {{"Clef", 0, 3}, {"ClefEdu", 0, 2048}});
-  Gfhold holder;
-  holder.SetFinaleVersion(2004);
+  auto holder = testing::OfYear<Gfhold>(2004);
   ASSERT_TRUE(holder.Load(2, 1));
   EXPECT_EQ((std::pair<int, int>(holder.ClefMax(), holder.Clefs(1))), std::pair(1, 3));
   holder.Clef = 9;
@@ -180,8 +169,7 @@ TEST_F(RecordTest, GfholdClefListComesFromClefElements) {
 // New entries and new staves without a number join the end of the score's staff list; a
 // deleted entry moves the following ones up.
 TEST_F(RecordTest, StaffListGrowsAtItsEndAndClosesUpOnDelete) {
-  StaffSpec staff;
-  staff.FinaleVersion = 2004;
+  auto staff = testing::OfYear<StaffSpec>(2004);
   staff.Create(0, 0);
   EXPECT_EQ(staff.Cmper(), 3) << "the sample has staves 1 and 2";
   EXPECT_EQ(FxSlotToInst(3, 0), 3);
@@ -257,11 +245,7 @@ using AllCases = CaseList<OSTIN_PLAIN_RECORDS(OSTIN_LIST_PLAIN)
 template <class Case> class RecordFamilyTest : public HostTest {
 protected:
   using Type = typename Case::Type;
-  static Type Made() {
-    Type record;
-    record.FinaleVersion = 2004;
-    return record;
-  }
+  static Type Made() { return testing::OfYear<Type>(2004); }
   // A key of this record's form in a part of the key space the documents leave empty.
   static void CreateFresh(Type& record) {
     if constexpr (Case::KeyParts == 3)

@@ -27,19 +27,14 @@ namespace {
 
 using testing::FailureOf;
 using testing::FromCodes;
+using testing::OfYear;
 using Fault = sim::Host::Fault;
 using TextTest = testing::DefaultDocumentTest;
-
-TextBlock BlockOf(int32_t version) {
-  TextBlock block;
-  block.FinaleVersion = version;
-  return block;
-}
 
 // The text goes through the host code page both ways; the plain call of years before 2004
 // neither reads nor writes the tag.
 TEST_F(TextTest, TextBlockKeepsItsTextAndTheTagOfTheNewerCall) {
-  TextBlock block = BlockOf(2004), second = BlockOf(2004);
+  TextBlock block = OfYear<TextBlock>(2004), second = OfYear<TextBlock>(2004);
   block.Create(-1, 0);
   second.Create(-1, 0);
   EXPECT_EQ((std::pair<int, int>(block.Cmper(), second.Cmper())), std::pair(1, 2))
@@ -47,7 +42,7 @@ TEST_F(TextTest, TextBlockKeepsItsTextAndTheTagOfTheNewerCall) {
   block.TextTag = kNameTextTag;
   block.Text = "^font(Times New Roman,8192)^size(12)^efx(plain)Flöte – «solo»";
   block.Save();
-  TextBlock old = BlockOf(2003);
+  TextBlock old = OfYear<TextBlock>(2003);
   ASSERT_TRUE(old.Load(1, 0));
   EXPECT_EQ(std::pair(old.Text, old.TextTag), std::pair(block.Text, 0));
   EXPECT_EQ(ParseCaretCommands(kNameTextTag, old.Text), "Flöte – «solo»");
@@ -56,8 +51,8 @@ TEST_F(TextTest, TextBlockKeepsItsTextAndTheTagOfTheNewerCall) {
   ASSERT_TRUE(block.Load(1, 0));
   EXPECT_EQ(std::pair(block.Text, block.TextTag), std::pair(std::string("second"), kNameTextTag));
   // An absent block raises the number of the call of its year.
-  EXPECT_EQ(FailureOf([] { BlockOf(2003).MustLoad(42, 0); }), Code(0x80040308));
-  EXPECT_EQ(FailureOf([] { BlockOf(2004).MustLoad(42, 0); }), Code(0x8004079F));
+  EXPECT_EQ(FailureOf([] { OfYear<TextBlock>(2003).MustLoad(42, 0); }), Code(0x80040308));
+  EXPECT_EQ(FailureOf([] { OfYear<TextBlock>(2004).MustLoad(42, 0); }), Code(0x8004079F));
 }
 
 TEST_F(TextTest, FontTableWalksInNumberOrderAndClassesItsFonts) {
