@@ -79,11 +79,7 @@ TEST_F(RecordTest, RefusedCallsLogTheirTextAndRaiseTheirPlacesNumber) {
          holder.Delete();
        },
        kGfholdPlaces.Delete, "Finale deletion of Gfhold2004 1, 2 failed"},
-      {"CreateStaffSpec2003",
-       [] {
-         auto staff = testing::OfYear<StaffSpec>(2003);
-         staff.Create(5, 0);
-       },
+      {"CreateStaffSpec2003", [] { testing::OfYear<StaffSpec>(2003).Create(5, 0); },
        kStaffSpecPlaces.Create, "Finale create of StaffSpec2003 5 failed"},
       {"CreateTextBlock", textBlock(2003, false), Code(0x80040306),
        "Finale create of TextBlock -1 failed"},

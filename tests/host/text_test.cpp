@@ -1,9 +1,8 @@
-// Text blocks, fonts, raw texts and the document's texts section; caret commands, text
-// portions and what a plain portion says; music font characters read as marks, dynamics,
-// metronome marks, accidentals and noteheads.
+// Text blocks, fonts and raw texts; caret commands, text portions and what a plain portion
+// says; music font characters read as marks, dynamics, metronome marks, accidentals and
+// noteheads.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <optional>
 #include <tuple>
 #include <vector>
@@ -19,7 +18,6 @@
 #include "host/text/text_nodes.h"
 #include "host/text/text_portion.h"
 #include "host_fixture.h"
-#include "sim/document.h"
 #include "xml/xml_document.h"
 
 namespace ostin {
