@@ -1,18 +1,18 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <nlohmann/json.hpp>
+#include <optional>
 
-#include "../support/host_test.h"
-#include "sim/document.h"
+#include "../host/host_fixture.h"
+#include "host/text/caret.h"
 #include "sim/document_text.h"
+#include "sim/text_store.h"
 
 namespace ostin::sim {
 namespace {
 
-using testing::HostTest;
-
-class DocumentTest : public HostTest {};
+using DocumentTest = testing::HostTest;
 
 TEST_F(DocumentTest, SavedAndLoadedDocumentIsTheSameByteForByte) {
   Document first = Document::LoadFile(DataFile("sample.json"));
@@ -27,17 +27,15 @@ TEST_F(DocumentTest, SavedAndLoadedDocumentIsTheSameByteForByte) {
 TEST_F(DocumentTest, TextKeepsItsCharactersThroughTheHostCodePage) {
   Document doc = Document::LoadFile(DataFile("default-document.json"));
   doc.Title = "Étude für Ŝ";
-  nlohmann::json json = doc.ToJson();
-  EXPECT_EQ(Document::FromJson(json).Title, "Étude für Ŝ");
+  EXPECT_EQ(Document::FromJson(doc.ToJson()).Title, "Étude für Ŝ");
 }
 
+// Each message starts with the file; a case without text is a file that is not there.
 TEST_F(DocumentTest, DocumentsThatDoNotFitAreRefusedWithWhatAndWhere) {
-  struct Case {
-    std::string Json;
-    std::string Says;
-  };
   const std::string head = R"({"format":"ostin-document","records":)";
-  const Case cases[] = {
+  const std::pair<std::optional<std::string>, std::string> cases[] = {
+      {std::nullopt, "cannot open the document"},
+      {"{ not json", "not a document"},
       {R"({"format":"something else"})", "not a document of Ostin Light"},
       {R"({"format":"ostin-document","finaleVersion":1999})", "finaleVersion"},
       {head + R"({"Nonsense":[]}})", "unknown record type \"Nonsense\""},
@@ -51,33 +49,56 @@ TEST_F(DocumentTest, DocumentsThatDoNotFitAreRefusedWithWhatAndWhere) {
       {head + R"({"Settings12":[{"key":[70000,0]}]}})", "key must be 2 numbers"},
       {head + R"({"Settings12":[{"key":[-2,0]},{"key":[-2,0]}]}})", "key given twice"},
   };
-  for (const Case& c : cases) {
-    std::string file = Path("bad.json");
-    Write(file, c.Json);
-    if (c.Says.empty()) {
-      EXPECT_NO_THROW(Document::LoadFile(file)) << c.Json; // a 32-bit field takes it
+  for (const auto& [json, says] : cases) {
+    std::string file = Path(json ? "bad.json" : "missing.json");
+    if (json) Write(file, *json);
+    if (says.empty()) {
+      EXPECT_NO_THROW(Document::LoadFile(file)) << *json; // a 32-bit field takes it
       continue;
     }
     try {
       Document::LoadFile(file);
-      ADD_FAILURE() << "accepted: " << c.Json;
+      ADD_FAILURE() << "accepted: " << json.value_or(file);
     } catch (const DocumentError& e) {
-      EXPECT_NE(std::string(e.what()).find(file), std::string::npos) << e.what();
-      EXPECT_NE(std::string(e.what()).find(c.Says), std::string::npos) << e.what();
+      EXPECT_EQ(std::string(e.what()).rfind(file, 0), 0u) << e.what();
+      EXPECT_NE(std::string(e.what()).find(says), std::string::npos) << e.what();
     }
   }
 }
 
-TEST_F(DocumentTest, MissingOrBrokenFileIsRefusedNamingTheFile) {
-  for (const std::string& file : {Path("missing.json"), Path("broken.json")}) {
-    if (file == Path("broken.json")) Write(file, "{ not json");
-    try {
-      Document::LoadFile(file);
-      ADD_FAILURE() << file;
-    } catch (const DocumentError& e) {
-      EXPECT_EQ(std::string(e.what()).rfind(file, 0), 0u) << e.what();
-    }
-  }
+TEST_F(DocumentTest, TextsSectionRoundTripsReadably) {
+  TextStore texts = Document::LoadFile(DataFile("default-document.json")).Texts;
+  texts.RawTexts[{kLineTextTag, 2}] = Utf8ToHost("Rit. – poco «più»");
+  texts.FontNumber(Utf8ToHost("Café Sans"), 0x2000);
+  nlohmann::json json = texts.ToJson();
+  EXPECT_EQ(json["rawTexts"][0]["text"], "Rit. – poco «più»");
+  EXPECT_EQ(json["fonts"][16]["name"], "Café Sans");
+  EXPECT_EQ(TextStore::FromJson(json), texts);
+  EXPECT_EQ(TextStore::FromJson(nlohmann::json::object()), TextStore{});
+}
+
+TEST_F(DocumentTest, BadTextsSectionIsRefusedNamingTheItem) {
+  const std::pair<std::string, std::string> cases[] = {
+      {R"([])", "texts: an object expected"},
+      {R"({"colours":[]})", "texts: unknown part \"colours\""},
+      {R"({"fonts":{}})", "texts: \"fonts\" must be a list"},
+      {R"({"fonts":[7]})", "texts: fonts, item 1: an object expected"},
+      {R"({"fonts":[{"name":"A"}]})", "texts: fonts, item 1: \"number\" missing"},
+      {R"({"fonts":[{"number":0,"name":"A"}]})", "\"number\" must be a number from 1"},
+      {R"({"fonts":[{"number":3,"name":5}]})", "texts: font 3: \"name\" must be text"},
+      {R"({"fonts":[{"number":3,"name":""}]})", "texts: font 3: \"name\" must not be empty"},
+      {R"({"fonts":[{"number":3,"name":"A","charsetAndOS":70000}]})",
+       "texts: font 3: \"charsetAndOS\" must be a number"},
+      {R"({"fonts":[{"number":3,"name":"A","colour":1}]})", "unknown field \"colour\""},
+      {R"({"fonts":[{"number":3,"name":"A"},{"number":3,"name":"B"}]})",
+       "texts: font 3: number given twice"},
+      {R"({"rawTexts":[{"tag":29555,"id":0,"text":"x"}]})", "texts: rawTexts, item 1: \"id\""},
+      {R"({"rawTexts":[{"tag":29555,"id":1}]})", "texts: raw text 29555, 1: \"text\" must be"},
+      {R"({"rawTexts":[{"tag":1,"id":1,"text":"a"},{"tag":1,"id":1,"text":"b"}]})",
+       "texts: raw text 1, 1: given twice"},
+  };
+  for (const auto& [json, says] : cases)
+    EXPECT_THAT(testing::RefusalOf("texts", json), ::testing::HasSubstr(says)) << json;
 }
 
 TEST_F(DocumentTest, ListingShowsRecordsByTypeAndKey) {
