@@ -244,10 +244,6 @@ private:
   // A tempo mark of the score has written a sound with a tempo.
   bool TempoWritten = false;
 
-public:
-  // Language of a text by its letters: "de", "fr", "es" or empty.
-  static std::string LanguageCheckWestern(const std::string& text);
-
 private:
   // Run state.
   std::shared_ptr<xml::XmlDocument> document_;

@@ -29,40 +29,7 @@ std::string SoftwareName(int32_t year) {
   if (year >= 2000 && year <= 2004) return "Finale " + std::to_string(year) + " for Windows";
   return "Finale for Windows";
 }
-
-// Lower case of ASCII and of the Latin-1 capitals, in UTF-8.
-std::string LowerWestern(const std::string& text) {
-  std::string lower;
-  lower.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
-    unsigned char c = static_cast<unsigned char>(text[i]);
-    if (c == 0xC3 && i + 1 < text.size()) {
-      unsigned char next = static_cast<unsigned char>(text[i + 1]);
-      // U+00C0 to U+00DE, less the multiplication sign, have their small letter 0x20 above.
-      if (next >= 0x80 && next <= 0x9E && next != 0x97) next += 0x20;
-      lower += static_cast<char>(c);
-      lower += static_cast<char>(next);
-      ++i;
-      continue;
-    }
-    lower += static_cast<char>(std::tolower(c));
-  }
-  return lower;
-}
-
-bool HoldsAny(const std::string& text, std::initializer_list<const char*> letters) {
-  return std::any_of(letters.begin(), letters.end(),
-                     [&](const char* letter) { return text.find(letter) != std::string::npos; });
-}
 } // namespace
-
-std::string ToXml::LanguageCheckWestern(const std::string& text) {
-  std::string lower = LowerWestern(text);
-  if (HoldsAny(lower, {"ö", "ä", "ü", "ß"})) return "de";
-  if (HoldsAny(lower, {"è", "é", "ç"})) return "fr";
-  if (HoldsAny(lower, {"ñ"})) return "es";
-  return {};
-}
 
 void ToXml::InitializeHeader() {
   Guarded("ToXml InitializeHeader error ", kInitializeHeaderHandler, [&] {
