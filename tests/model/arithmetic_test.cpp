@@ -1,11 +1,5 @@
 // Duration, pitch, key, clef and MIDI arithmetic, the document defaults read from records,
 // and the failures of the arithmetic as its handlers pass them on.
-#include <gtest/gtest.h>
-
-#include <array>
-#include <functional>
-#include <string>
-#include <vector>
 
 #include "host/records.h"
 #include "model/arithmetic.h"
@@ -210,24 +204,14 @@ TEST_F(ArithmeticRecordsTest, DefaultsOfTheDocument) {
   // Metronome beat and speed; the tempo in quarters rounds halves to even.
   for (const auto& [beat, speed, tempo] : std::vector<std::array<int16_t, 3>>{
            {1536, 80, 120}, {512, 5, 2}, {512, 7, 4}, {768, 3, 2}}) {
-    Settings13 metronome;
-    ASSERT_TRUE(metronome.Load(kPreferences, 0));
-    metronome.MetronomeBeat = beat;
-    metronome.Save();
-    Settings39 settings;
-    ASSERT_TRUE(settings.Load(kPreferences, 0));
-    settings.MetronomeSpeed = speed;
-    settings.Save();
+    Rewrite<Settings13>(kPreferences, 0, [&](auto& r) { r.MetronomeBeat = beat; });
+    Rewrite<Settings39>(kPreferences, 0, [&](auto& r) { r.MetronomeSpeed = speed; });
     EXPECT_EQ(DefaultTempo(), tempo) << beat << " at " << speed;
   }
   // AbbrCommon, AbbrCut; then common and cut shown as symbols: only the value 1 counts.
   for (const auto& c :
        std::vector<std::array<int16_t, 4>>{{1, 1, 1, 1}, {2, 1, 0, 1}, {-1, 0, 0, 0}}) {
-    Settings19 times;
-    ASSERT_TRUE(times.Load(kPreferences, 0));
-    times.AbbrCommon = c[0];
-    times.AbbrCut = c[1];
-    times.Save();
+    Rewrite<Settings19>(kPreferences, 0, [&](auto& r) { r.AbbrCommon = c[0], r.AbbrCut = c[1]; });
     bool common = false, cut = false;
     TimeSignatureAbbreviations(common, cut);
     EXPECT_EQ(std::make_pair(common, cut), std::make_pair(c[2] == 1, c[3] == 1)) << c[0] << c[1];
@@ -274,25 +258,19 @@ TEST_F(ArithmeticEmptyDocumentTest, NonLinearKeysAsKeyElements) {
       {12, 7, {1, 0, 1}, {3, 4, 5}, "<key>" + step + "F" + alter + "1" + end + "</key>"},
       {12, 7, {}, {}, ""}, {31, 18, {1}, {3}, ""}, {12, 6, {1}, {3}, ""}};
   // clang-format on
+  const auto units = [](const std::vector<int16_t>& values) {
+    return [&values](auto& record) {
+      for (size_t i = 0; i < values.size(); ++i)
+        record.Units.Set(static_cast<int>(i + 1), values[i]);
+    };
+  };
   int16_t keyNumber = 16384;
   for (const auto& [chromatic, diatonic, amounts, order, expected] : cases) {
-    if (chromatic != 0) {
-      KeyFormat format;
-      format.Create(keyNumber, 0);
-      format.Chromatic = chromatic;
-      format.Diatonic = diatonic;
-      format.Save();
-    }
-    AccidentalAmount amountRecord;
-    amountRecord.Create(keyNumber, 0);
-    AccidentalOrder orderRecord;
-    orderRecord.Create(keyNumber, 0);
-    for (size_t i = 0; i < amounts.size(); ++i) {
-      amountRecord.Units.Set(static_cast<int>(i + 1), amounts[i]);
-      orderRecord.Units.Set(static_cast<int>(i + 1), order[i]);
-    }
-    amountRecord.Save();
-    orderRecord.Save();
+    if (chromatic != 0)
+      Make<KeyFormat>(keyNumber, 0,
+                      [&](auto& r) { r.Chromatic = chromatic, r.Diatonic = diatonic; });
+    Make<AccidentalAmount>(keyNumber, 0, units(amounts));
+    Make<AccidentalOrder>(keyNumber, 0, units(order));
     auto document = xml::XmlDocument::Create();
     const xml::XmlNode key = CreateKeyNonLinear(keyNumber, *document);
     EXPECT_EQ(key ? key.xml() : std::string(), expected) << keyNumber;
@@ -305,32 +283,27 @@ TEST_F(ArithmeticEmptyDocumentTest, NonLinearKeysAsKeyElements) {
 }
 
 TEST_F(ArithmeticEmptyDocumentTest, ForeignFailuresBecomeEachFunctionsOwnNumber) {
-  const auto tuplet = Loaded(Tuplet("1024", "1"));
-  const auto noOctave = Loaded("<pitch><step>C</step></pitch>");
-  const auto highPitch = Loaded("<pitch><step>C</step><octave>21</octave></pitch>");
-  const auto noChromatic = Loaded("<transpose><diatonic>1</diatonic></transpose>");
-  const auto noSign = Loaded("<clef><line>2</line></clef>");
-  const std::vector<std::tuple<std::string, std::function<void()>, uint32_t>> cases = {
-      {"GetActualDuration", [] { GetActualDuration(2097152, 1); }, 0x800406EC},
-      {"GetActualDuration", [&] { GetActualDuration(2048, 1, tuplet->documentElement()); },
-       0x800406EC},
-      {"MidiNote", [&] { MidiNote(noOctave->documentElement()); }, 0x800406EE},
-      {"MidiNote", [&] { MidiNote(highPitch->documentElement()); }, 0x800406EE},
-      {"TranspositionValue", [&] { TranspositionValue(noChromatic->documentElement()); },
-       0x800406F1},
-      {"ClefValue", [&] { ClefValue(noSign->documentElement(), 2004); }, 0x800406FD}};
-  for (const auto& [function, body, number] : cases) {
+  // Body, number; then the text logged.
+  const std::vector<std::tuple<std::function<void()>, uint32_t, std::string>> cases = {
+      {[] { GetActualDuration(2097152, 1); }, 0x800406EC, "GetActualDuration error "},
+      {[] { GetActualDuration(2048, 1, Element(Tuplet("1024", "1"))); }, 0x800406EC,
+       "GetActualDuration error "},
+      {[] { MidiNote(Element("<pitch><step>C</step></pitch>")); }, 0x800406EE, "MidiNote error "},
+      {[] { MidiNote(Element("<pitch><step>C</step><octave>21</octave></pitch>")); }, 0x800406EE,
+       "MidiNote error "},
+      {[] { TranspositionValue(Element("<transpose><diatonic>1</diatonic></transpose>")); },
+       0x800406F1, "TranspositionValue error "},
+      {[] { ClefValue(Element("<clef><line>2</line></clef>"), 2004); }, 0x800406FD,
+       "ClefValue error "},
+      {[] { GetActualDuration(4, 0); }, static_cast<uint32_t>(kDivisionsMissing),
+       "MusicXML divisions value not passed to GetActualDuration"}};
+  for (const auto& [body, number, logged] : cases) {
     const std::string before = Log();
     const Failure failure = Raised(body);
-    EXPECT_EQ(static_cast<uint32_t>(failure.Number), number) << function;
-    EXPECT_EQ(failure.Description, kInternalError) << function;
-    EXPECT_NE(Log().find(function + " error ", before.size()), std::string::npos) << function;
+    EXPECT_EQ(static_cast<uint32_t>(failure.Number), number) << logged;
+    EXPECT_EQ(failure.Description, kInternalError) << logged;
+    EXPECT_NE(Log().find(logged, before.size()), std::string::npos) << logged;
   }
-  const Failure failure = Raised([] { GetActualDuration(4, 0); });
-  EXPECT_EQ(failure.Number, kDivisionsMissing);
-  EXPECT_EQ(failure.Description, kInternalError);
-  EXPECT_NE(Log().find("MusicXML divisions value not passed to GetActualDuration"),
-            std::string::npos);
 }
 
 } // namespace

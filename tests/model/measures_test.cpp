@@ -1,9 +1,5 @@
 // Items kept in measure order and sorted by position in the last measure, and the number
 // texts of measures by the document's numbering regions.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "../shell/temp_registry.h"
 #include "host/records.h"
@@ -81,13 +77,9 @@ TEST_F(MeasureItemFailureTest, SameKeyTwiceIsLoggedAndRefused) {
     };
     insert(4, 0);
     insert(5, 0);
-    try {
-      insert(4, 512);
-      ADD_FAILURE();
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.Number, sorted ? Code(0x800404A4) : kAddFailure);
-      EXPECT_EQ(failure.Description, kInternalError);
-    }
+    const Failure failure = model_test::Raised([&] { insert(4, 512); });
+    EXPECT_EQ(failure.Number, sorted ? Code(0x800404A4) : kAddFailure);
+    EXPECT_EQ(failure.Description, kInternalError);
     EXPECT_EQ(items.Count(), 2);
   }
   for (const char* head : {"MeasureItems AddSorted error ", "MeasureItems Add error "})
@@ -103,15 +95,11 @@ protected:
   std::vector<std::string> Numbers(const std::vector<std::vector<int16_t>>& regions, int count,
                                    XmlMeasNumbering& numbering) {
     Reopen();
-    for (size_t i = 0; i < regions.size(); ++i) {
-      MeasNumberRegion region;
-      region.Create(static_cast<int16_t>(i + 1), 0);
-      region.StartMeas = regions[i][0];
-      region.EndMeas = regions[i][1];
-      region.Offset = regions[i][2];
-      region.Base = regions[i][3];
-      region.Save();
-    }
+    int16_t cmper = 0;
+    for (const std::vector<int16_t>& r : regions)
+      model_test::Make<MeasNumberRegion>(++cmper, 0, [&](auto& m) {
+        m.StartMeas = r[0], m.EndMeas = r[1], m.Offset = r[2], m.Base = r[3];
+      });
     numbering.Initialize();
     std::vector<std::string> numbers;
     for (int i = 0; i < count; ++i) {
@@ -158,12 +146,8 @@ TEST_F(NumberingTest, HostFailuresPassUpAndAnEmptyWalkIsNoError) {
   XmlMeasNumbering numbering;
   Numbers({{2, 100, 0, 10}}, 0, numbering);
   HostSim().Faults = {{"NextMeasNumberRegion", Fault::Throw}};
-  try {
-    numbering.Initialize();
-    FAIL();
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number, kMeasNumberRegionPlaces.NextHandler);
-  }
+  EXPECT_EQ(model_test::Raised([&] { numbering.Initialize(); }).Number,
+            kMeasNumberRegionPlaces.NextHandler);
   EXPECT_EQ(Log().find("XmlMeasNumbering"), std::string::npos) << "logged once, by the record";
   HostSim().Faults = {{"NextMeasNumberRegion", Fault::Refuse}};
   numbering.Initialize();

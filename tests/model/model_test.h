@@ -3,9 +3,12 @@
 // part built from text, and files of the public test suite.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "../support/host_test.h"
@@ -19,6 +22,14 @@ using xml::test_support::Raised;
 // Values of any integral kinds as one list, to compare several results at once.
 template <class... T> std::vector<int> V(T... values) {
   return {static_cast<int>(values)...};
+}
+
+// Values as one text, spaced: "1 0 -3".
+inline std::string Joined(const std::vector<int>& values) {
+  std::string text;
+  for (int value : values)
+    text += (text.empty() ? "" : " ") + std::to_string(value);
+  return text;
 }
 
 // The root element of a text, or an empty node for an empty text.
@@ -38,6 +49,21 @@ inline std::shared_ptr<xml::XmlDocument> Corpus(const std::string& name) {
   const std::filesystem::path file = std::filesystem::path(OSTIN_CORPUS_DIR) / name;
   if (!std::filesystem::exists(file)) return nullptr;
   return Loaded(xml::test_support::TempFolder::Read(file.string()));
+}
+
+// A record made, or loaded, at cmper and inci, changed and saved.
+template <class Record, class Change> Record Make(int16_t cmper, int16_t inci, Change change) {
+  Record record;
+  record.Create(cmper, inci);
+  change(record);
+  record.Save();
+  return record;
+}
+template <class Record, class Change> void Rewrite(int16_t cmper, int16_t inci, Change change) {
+  Record record;
+  ASSERT_TRUE(record.Load(cmper, inci)) << cmper;
+  change(record);
+  record.Save();
 }
 
 #define OSTIN_NEED_CORPUS(doc, name)                                                               \

@@ -1,12 +1,5 @@
 // The percussion map read from a drum staff or made from a part's unpitched instruments,
 // and the percussion font of a music font.
-#include <gtest/gtest.h>
-
-#include <array>
-#include <memory>
-#include <string>
-#include <tuple>
-#include <vector>
 
 #include "host/handmade_records.h"
 #include "host/records.h"
@@ -73,18 +66,10 @@ TEST_F(PercussionTest, PlayedKeysWithDefinitionsAreNumberedInKeyOrder) {
   for (const auto& [key, midiNote, staffPos, name] :
        std::vector<std::tuple<int16_t, int16_t, int16_t, std::string>>{
            {38, 37, 4, "Snare"}, {42, 41, -3, ""}, {50, 49, 2, "Unplayed"}, {60, 59, 0, "Bongo"}}) {
-    PercussionNoteDef definition;
-    definition.Create(kMap, key);
-    definition.MidiNote = midiNote;
-    definition.StaffPos = staffPos;
-    definition.ClosedNotehead = 101;
-    definition.OpenNotehead = 102;
-    definition.Save();
-    if (name.empty()) continue;
-    PercussionNoteName noteName;
-    noteName.Create(kMap, key);
-    noteName.Text = name;
-    noteName.Save();
+    Make<PercussionNoteDef>(kMap, key, [&](auto& d) {
+      d.MidiNote = midiNote, d.StaffPos = staffPos, d.ClosedNotehead = 101, d.OpenNotehead = 102;
+    });
+    if (!name.empty()) Make<PercussionNoteName>(kMap, key, [&](auto& n) { n.Text = name; });
   }
   part = PartOnStaff();
   part->InitializePercussion("P2");
@@ -154,13 +139,12 @@ TEST_F(PercussionTest, ImportedMapsGiveEachInstrumentAKey) {
     part->SetPart(score->documentElement().selectSingleNode("part"));
     part->CreatePercussionMap();
     const XmlPercussions& map = part->PercussionMap;
-    EXPECT_EQ(part->PercussionStaff, c.Made) << c.Name;
-    EXPECT_EQ(map.Count(), static_cast<int32_t>(c.Keys.size())) << c.Name;
     DrumStaff drumStaff;
-    const bool hasDrumStaff = drumStaff.Load(kStaff, 0, kDrumStaffTag);
-    ASSERT_EQ(hasDrumStaff, c.Made) << c.Name;
+    ASSERT_EQ(V(part->PercussionStaff, map.Count(), drumStaff.Load(kStaff, 0, kDrumStaffTag)),
+              V(c.Made, c.Keys.size(), c.Made))
+        << c.Name;
     int played = 0, active = 0;
-    for (int key = 0; hasDrumStaff && key < 128; ++key)
+    for (int key = 0; c.Made && key < 128; ++key)
       played += drumStaff.PlayMap(key);
     for (const auto& [id, key] : c.Keys) {
       const XmlPercussion* item = map.Item(id);
@@ -168,11 +152,11 @@ TEST_F(PercussionTest, ImportedMapsGiveEachInstrumentAKey) {
       EXPECT_EQ(item->Active, key >= 0) << c.Name << " " << id;
       if (key < 0) continue;
       ++active;
-      EXPECT_EQ(item->MidiIndex, key) << c.Name << " " << id;
-      EXPECT_TRUE(drumStaff.PlayMap(key)) << c.Name << " " << id;
       PercussionNoteDef definition;
       ASSERT_TRUE(definition.Load(drumStaff.PercMap, static_cast<int16_t>(key))) << c.Name;
-      EXPECT_EQ(definition.MidiNote, item->MidiNote - 1) << c.Name;
+      EXPECT_EQ(V(item->MidiIndex, drumStaff.PlayMap(key), definition.MidiNote),
+                V(key, true, item->MidiNote - 1))
+          << c.Name << " " << id;
     }
     EXPECT_EQ(played, active) << c.Name;
     if (!c.Made || !c.Instruments.empty()) continue;

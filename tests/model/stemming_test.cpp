@@ -1,14 +1,9 @@
 // Default stem directions of entries and beam groups, middle lines of clefs, and the
 // placement of notations by stem side.
-#include <gtest/gtest.h>
 
-#include <functional>
-#include <string>
-#include <vector>
-
-#include "../support/host_test.h"
 #include "host/records.h"
 #include "model/stemming.h"
+#include "model_test.h"
 
 namespace ostin {
 namespace {
@@ -52,18 +47,10 @@ protected:
   }
   // Clef and EDU position pairs into the holder of staff 1, measure 1.
   static void ClefList(const std::vector<std::pair<int16_t, int16_t>>& clefs) {
-    ClefElement element;
-    for (size_t i = 0; i < clefs.size(); ++i) {
-      element.Create(9, static_cast<int16_t>(i));
-      element.Clef = clefs[i].first;
-      element.ClefEdu = clefs[i].second;
-      element.Save();
-    }
-    Gfhold holder;
-    ASSERT_TRUE(holder.Load(1, 1));
-    holder.Clef = 9;
-    holder.Flag = Gfhold::kClefListBit;
-    holder.Save();
+    int16_t inci = 0;
+    for (const auto& [clef, edu] : clefs)
+      model_test::Make<ClefElement>(9, inci++, [&](auto& e) { e.Clef = clef, e.ClefEdu = edu; });
+    model_test::Rewrite<Gfhold>(1, 1, [](auto& h) { h.Clef = 9, h.Flag = Gfhold::kClefListBit; });
   }
   int16_t HowMany = -1;
   XmlPart Part;
@@ -150,12 +137,8 @@ TEST_F(StemmingTest, BeamGroupWalksItsVoiceUntilTheNextBeatOrBeam) {
 
 TEST_F(StemmingTest, StemsWithoutTonicOrClefFail) {
   auto raised = [](const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const Failure& failure) {
-      return std::to_string(failure.Number - Code(0x80040000)) + " " + failure.Description;
-    }
-    return std::string("none");
+    const Failure failure = model_test::Raised(act);
+    return std::to_string(failure.Number - Code(0x80040000)) + " " + failure.Description;
   };
   std::string xml, finale;
   bool beam = false;

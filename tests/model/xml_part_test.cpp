@@ -1,13 +1,6 @@
 // The part model: keys and tonics, transpositions, clefs and staff lines, style ranges, the
 // time signature of a measure that is shorter or longer than the one stated, and the names
 // of staff styles read from the document or made from MusicXML elements.
-#include <gtest/gtest.h>
-
-#include <array>
-#include <memory>
-#include <string>
-#include <tuple>
-#include <vector>
 
 #include "host/records.h"
 #include "host/text/fonts.h"
@@ -149,22 +142,29 @@ TEST(XmlPartTime, ActualTimeSignatureOfMeasuresThatDiffer) {
   }
 }
 
+// A new staff style record with those masks, flags, transposition and name, as stored.
+StaffStyle Saved(int16_t mask1, int16_t mask2, int16_t mask3, int16_t altFlag,
+                 int16_t transposition, const std::string& styleName = "") {
+  StaffStyle record;
+  record.FinaleVersion = 2004;
+  record.Create(-1, 0);
+  record.Mask1 = mask1, record.Mask2 = mask2, record.Mask3 = mask3;
+  record.AltFlag = altFlag, record.Transposition = transposition;
+  record.StyleName = styleName;
+  record.Save();
+  EXPECT_TRUE(record.Load(record.Cmper(), 0));
+  return record;
+}
+
 TEST_F(XmlPartTest, NextStyleChangeFollowsAssignedStyles) {
-  StaffStyle style;
-  style.FinaleVersion = 2004;
-  style.Create(5, 0);
-  style.Mask1 = 0x0100;
-  style.Transposition = -2;
-  style.Save();
+  const int16_t style = Saved(0x0100, 0, 0, 0, -2).Cmper();
   // Start measure and EDU, end measure and EDU.
   for (const auto& a :
        std::vector<std::array<int32_t, 4>>{{3, 0, 4, 0x7FFFFFFF}, {6, 1024, 6, 2047}}) {
-    StaffStyleAssign assign;
-    assign.Create(1, -1);
-    assign.Style = 5;
-    assign.StartMeas = static_cast<int16_t>(a[0]), assign.StartEdu = a[1];
-    assign.EndMeas = static_cast<int16_t>(a[2]), assign.EndEdu = a[3];
-    assign.Save();
+    Make<StaffStyleAssign>(1, -1, [&](auto& s) {
+      s.Style = style, s.StartMeas = static_cast<int16_t>(a[0]), s.StartEdu = a[1];
+      s.EndMeas = static_cast<int16_t>(a[2]), s.EndEdu = a[3];
+    });
   }
   XmlPart part;
   part.SetStaves(2);
@@ -211,20 +211,6 @@ TEST_F(XmlPartTest, StaffStyleSetsLayersFontsAndLines) {
     EXPECT_EQ(got, expected) << in[1];
   }
   EXPECT_EQ(Raised([&] { part.InitializeFromStaffStyle(2); }).Number, Code(0x8004078D));
-}
-
-// A new staff style record with those masks, flags, transposition and name, as stored.
-StaffStyle Saved(int16_t mask1, int16_t mask2, int16_t mask3, int16_t altFlag,
-                 int16_t transposition, const std::string& styleName = "") {
-  StaffStyle record;
-  record.FinaleVersion = 2004;
-  record.Create(-1, 0);
-  record.Mask1 = mask1, record.Mask2 = mask2, record.Mask3 = mask3;
-  record.AltFlag = altFlag, record.Transposition = transposition;
-  record.StyleName = styleName;
-  record.Save();
-  EXPECT_TRUE(record.Load(record.Cmper(), 0));
-  return record;
 }
 
 using StaffStyleTest = ModelTest;
