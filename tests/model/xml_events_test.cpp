@@ -94,13 +94,10 @@ protected:
 TEST_F(XmlEventsTest, InlineMeasuresPlanByBackupsOrByVoices) {
   const std::string half = Note(2, "half"), whole = Note(4, "whole"), quarter = Note(1, "quarter");
   const struct {
-    const char* What;
-    std::string Measure;
-    int32_t Divisions;
-    int16_t MaxVoices;
-    bool ByVoice;
+    std::string What, Measure;
+    int Divisions, MaxVoices, ByVoice;
     std::string Plan, Counts;
-    int32_t MaxDivisions;
+    int MaxDivisions;
   } cases[] = {
       // clang-format off
       {"a full backup opens layer 1 at the start", whole + Backup(4) + whole, 1, 0, false,
@@ -226,11 +223,8 @@ TEST_F(XmlEventsTest, VoicesMapOnStavesAndLayersByTheirShareOfNotes) {
     return text;
   };
   const struct {
-    const char* What;
-    std::string Music;
-    int16_t Staves;
-    bool Assigned;
-    int16_t MaxVoices;
+    std::string What, Music;
+    int Staves, Assigned, MaxVoices;
     std::vector<int> StaffAndLayer; // voice 1 staff, layer, voice 2 staff, layer, ...
   } cases[] = {
       // clang-format off
@@ -372,11 +366,10 @@ TEST_F(XmlEventsTest, VoicePlanningFailures) {
 
 TEST_F(XmlEventsTest, SuiteMeasuresPlanAsTheirVoicesSay) {
   const struct {
-    const char* File;
-    int16_t Staves;
-    int Measure;
+    std::string File;
+    int Staves, Measure;
     std::string Plan, Counts;
-    int32_t MaxDivisions;
+    int MaxDivisions;
   } cases[] = {
       // clang-format off
       {"03b-Rhythm-Backup.xml", 1, 1,
