@@ -120,40 +120,6 @@ struct ToXmlTestAccess {
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, std::optional<int16_t> oldKey) {
     return x.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
   }
-  // The engine's own operations under their own names.
-  template <class... A> auto RangeCheck(A&&... a) { return x.RangeCheck(a...); }
-  template <class... A> auto FindXmlPart(A&&... a) { return x.FindXmlPart(a...); }
-  template <class... A> auto PruneInstruments(A&&... a) { return x.PruneInstruments(a...); }
-  template <class... A> auto ParseTimeSignature(A&&... a) { return x.ParseTimeSignature(a...); }
-  template <class... A> auto CreateTime(A&&... a) { return x.CreateTime(a...); }
-  template <class... A> auto CreateTranspose(A&&... a) { return x.CreateTranspose(a...); }
-  template <class... A> auto CreateTransposeChromatic(A&&... a) {
-    return x.CreateTransposeChromatic(a...);
-  }
-  template <class... A> auto CreateClef(A&&... a) { return x.CreateClef(a...); }
-  template <class... A> auto CreateStaffDetails(A&&... a) { return x.CreateStaffDetails(a...); }
-  template <class... A> auto CreateStaffTuning(A&&... a) { return x.CreateStaffTuning(a...); }
-  template <class... A> auto CreateMeasureStyleElement(A&&... a) {
-    return x.CreateMeasureStyleElement(a...);
-  }
-  template <class... A> auto SwitchStaffStyle(A&&... a) { return x.SwitchStaffStyle(a...); }
-  template <class... A> auto ConvertDurations(A&&... a) { return x.ConvertDurations(a...); }
-  template <class... A> auto CleanupInitialTempo(A&&... a) { return x.CleanupInitialTempo(a...); }
-  template <class... A> auto RemoveDuplicateWavyLine(A&&... a) {
-    return x.RemoveDuplicateWavyLine(a...);
-  }
-  template <class... A> auto InitializePartTables(A&&... a) { return x.InitializePartTables(a...); }
-  template <class... A> auto AddClef(A&&... a) { return x.AddClef(a...); }
-  template <class... A> auto AddBeams(A&&... a) { return x.AddBeams(a...); }
-  template <class... A> auto StartOfTie(A&&... a) { return x.StartOfTie(a...); }
-  template <class... A> auto CreatePitch(A&&... a) { return x.CreatePitch(a...); }
-  template <class... A> auto CreateAccidental(A&&... a) { return x.CreateAccidental(a...); }
-  template <class... A> auto FindPrintObject(A&&... a) { return x.FindPrintObject(a...); }
-  template <class... A> auto InitializeLocales(A&&... a) { return x.InitializeLocales(a...); }
-  template <class... A> static auto ConvertTime(A&&... a) { return ToXml::ConvertTime(a...); }
-  template <class... A> static auto ParseDuration(A&&... a) { return ToXml::ParseDuration(a...); }
-  template <class... A> static auto ItemOffset(A&&... a) { return ToXml::ItemOffset(a...); }
-  template <class... A> static auto ItemDue(A&&... a) { return ToXml::ItemDue(a...); }
   std::vector<std::string>& OpenMeasureStyle() { return x.OpenMeasureStyle; }
   bool& TempoWritten() { return x.TempoWritten; }
   int32_t ItemCursor(int16_t slot) const { return x.MeasureItemCursor.at(slot); }
@@ -173,6 +139,22 @@ struct ToXmlTestAccess {
             x.ShowDots.at(staff),     x.ShowRests.at(staff),     x.ShowTies.at(staff),
             x.StaffStemsUp.at(staff), x.StaffStemsDown.at(staff)};
   }
+  // The engine's own operations under their own names.
+  // clang-format off
+#define OSTIN_FORWARD(Name) template <class... A> auto Name(A&&... a) { return x.Name(a...); }
+#define OSTIN_STATIC(Name) template <class... A> static auto Name(A&&... a) { return ToXml::Name(a...); }
+  OSTIN_FORWARD(RangeCheck) OSTIN_FORWARD(FindXmlPart) OSTIN_FORWARD(PruneInstruments)
+  OSTIN_FORWARD(ParseTimeSignature) OSTIN_FORWARD(CreateTime) OSTIN_FORWARD(CreateTranspose)
+  OSTIN_FORWARD(CreateTransposeChromatic) OSTIN_FORWARD(CreateClef) OSTIN_FORWARD(CreateStaffDetails)
+  OSTIN_FORWARD(CreateStaffTuning) OSTIN_FORWARD(CreateMeasureStyleElement)
+  OSTIN_FORWARD(SwitchStaffStyle) OSTIN_FORWARD(ConvertDurations) OSTIN_FORWARD(CleanupInitialTempo)
+  OSTIN_FORWARD(RemoveDuplicateWavyLine) OSTIN_FORWARD(InitializePartTables) OSTIN_FORWARD(AddClef)
+  OSTIN_FORWARD(AddBeams) OSTIN_FORWARD(StartOfTie) OSTIN_FORWARD(CreatePitch)
+  OSTIN_FORWARD(CreateAccidental) OSTIN_FORWARD(FindPrintObject) OSTIN_FORWARD(InitializeLocales)
+  OSTIN_STATIC(ConvertTime) OSTIN_STATIC(ParseDuration) OSTIN_STATIC(ItemOffset) OSTIN_STATIC(ItemDue)
+#undef OSTIN_FORWARD
+#undef OSTIN_STATIC
+  // clang-format on
 };
 
 namespace testing {
