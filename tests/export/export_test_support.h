@@ -191,6 +191,13 @@ inline std::vector<std::string> Texts(const xml::XmlNode& node, const std::strin
     texts.push_back(item.text());
   return texts;
 }
+// The same texts joined by ", ", in document order also for a union of paths.
+inline std::string Joined(const xml::XmlNode& node, const std::string& path) {
+  std::string joined;
+  for (const std::string& text : Texts(node, path))
+    joined += (joined.empty() ? "" : ", ") + text;
+  return joined;
+}
 
 // The builder's options by position, every field given.
 inline tools::StaffOptions Staff(std::string full = "", std::string abbrev = "",
