@@ -2,9 +2,11 @@
 // What the export tests share: a door into the private stages of the export engine; a fixture
 // that builds a score, exports it, validates the file and reads it back; one for the element
 // makers; and one that fills the frames of the sample document for the measure stages.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -197,6 +199,21 @@ inline std::string Joined(const xml::XmlNode& node, const std::string& path) {
   for (const std::string& text : Texts(node, path))
     joined += (joined.empty() ? "" : ", ") + text;
   return joined;
+}
+
+// A failure in short: its number, source and description.
+inline std::string Said(int32_t number, std::string_view description,
+                        std::string_view source = kPlugInSource) {
+  return std::to_string(number) + " " + std::string(source) + ": " + std::string(description);
+}
+// The failure that the body raises, in short; "none" when it raises none.
+inline std::string Raised(const std::function<void()>& body) {
+  try {
+    body();
+  } catch (const Failure& failure) {
+    return Said(failure.Number, failure.Description, failure.Source);
+  }
+  return "none";
 }
 
 // The builder's options by position, every field given.

@@ -8,9 +8,12 @@ namespace {
 
 using testing::ContentTest;
 using testing::Flat;
+using ::testing::HasSubstr;
 using testing::Joined;
 using testing::kNote;
 using testing::kRest;
+using testing::Raised;
+using testing::Said;
 using testing::Texts;
 
 TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
@@ -100,14 +103,9 @@ TEST_F(ContentTest, UnbeamedGraceNotesTakeTheSlashTheDocumentAsksFor) {
 
 TEST_F(ContentTest, MissingMeasureElementIsLoggedAndRaised) {
   XmlPart& part = Access.AddPart(1, 1, 2);
-  try {
-    Access.LoadMeasures(part, 3, 3);
-    ADD_FAILURE() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number, Code(0x80040495));
-    EXPECT_EQ(failure.Description, std::string(kInternalError));
-  }
-  EXPECT_NE(Log().find("Cannot find XML measure 3 in staff 1"), std::string::npos) << Log();
+  EXPECT_EQ(Raised([&] { Access.LoadMeasures(part, 3, 3); }),
+            Said(Code(0x80040495), kInternalError));
+  EXPECT_THAT(Log(), HasSubstr("Cannot find XML measure 3 in staff 1"));
 }
 
 TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
@@ -276,17 +274,10 @@ TEST_F(ContentTest, ForeignFailureIsLoggedWithItsPlaceAndFreesTheFrame) {
   Fill(2, {Made(4096, kRest)});
   XmlPart& part = Access.AddPart(1, 1, 4);
   HostSim().Faults["FxGetMeasureDuration"] = sim::Host::Fault::Throw;
-  try {
-    Access.LoadMeasures(part, 2, 2);
-    ADD_FAILURE() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number, Code(0x80040345));
-    EXPECT_TRUE(failure.IsOwn());
-    EXPECT_EQ(failure.Description, std::string(kInternalError));
-  }
-  EXPECT_NE(Log().find("ToXml LoadMeasure error "), std::string::npos) << Log();
-  EXPECT_NE(Log().find(" in staff 1, measure 2:  / FxGetMeasureDuration"), std::string::npos)
-      << Log();
+  EXPECT_EQ(Raised([&] { Access.LoadMeasures(part, 2, 2); }),
+            Said(Code(0x80040345), kInternalError));
+  EXPECT_THAT(Log(), HasSubstr("ToXml LoadMeasure error "));
+  EXPECT_THAT(Log(), HasSubstr(" in staff 1, measure 2:  / FxGetMeasureDuration"));
   EXPECT_EQ(Log().find("TGF being deleted"), std::string::npos) << "the frame was freed";
 }
 
