@@ -91,12 +91,13 @@ TEST_F(CompositeTimeTest, CompositeTimes) {
   Builder.Set("TimeLower", {4, 0, 0}, {{"Main_1", 1000}});
   HostSim().Open(Builder.Build());
   Access.StartDocument();
+  // clang-format off
   struct Case {
     std::string Name;
     int16_t Beats, DivBeat;
     bool CompositeBeats, CompositeDiv;
     std::string Expected;
-  } cases[] = {// clang-format off
+  } cases[] = {
       {"3 + 2 over 4", 1, 1, true, true, "<time><beats>3 + 2</beats><beat-type>4</beat-type></time>"},
       {"3/4 + 2/8", 2, 2, true, true,
        "<time><beats>3</beats><beat-type>4</beat-type><beats>2</beats><beat-type>8</beat-type></time>"},
@@ -135,8 +136,7 @@ TEST_F(CompositeTimeTest, TimeSources) {
   Access.StartDocument();
   Access.Abbreviate(true, true);
   struct Case {
-    int16_t Measure, Staff;
-    int16_t Beats, DivBeat;
+    int16_t Measure, Staff, Beats, DivBeat;
     bool CompositeBeats, CompositeDiv, Symbol;
   } cases[] = {{1, 0, 4, 1024, false, false, true}, {2, 0, 2, 2048, false, false, true},
                {3, 0, 3, 1024, false, false, true}, {4, 0, 4, 1024, false, false, false},
@@ -158,12 +158,13 @@ TEST_F(CompositeTimeTest, TimeSources) {
 // Transpositions by interval and key, or chromatically by interval and alteration. Expected:
 // diatonic, chromatic and the octave change when there is one; "" for no element.
 TEST_F(KeyTimeTest, Transpositions) {
+  // clang-format off
   struct Case {
     bool Chromatic;
     int16_t Interval, KeyOrAlteration;
     bool SuppressZero;
     std::string Expected;
-  } cases[] = {// clang-format off
+  } cases[] = {
       {false, 0, 0, true, ""},      {false, 0, 0, false, "0 0 0"}, {false, 1, 2, true, "-1 -2"},  {false, 8, 2, true, "-1 -2 -1"},
       {false, -14, 0, true, "0 0 2"}, {false, -6, 2, true, "6 10"}, {false, 0, -7, true, "0 1"},  {false, 7, -7, true, "0 -11"},
       {false, -7, 7, true, "0 11"}, {false, 0, 5, true, "0 1"},    {false, 2, -3, true, "-2 -3"}, {false, 4, 1, true, "-4 -7"},
@@ -361,14 +362,10 @@ TEST_F(StaffStyleSwitchTest, TablatureStaffWithItsTuning) {
   Builder.SetBlock("FretInstrument", {1, 0, 0}, "StringTuning", {64, 59, 55, 50, 45, 40});
   Open();
   ASSERT_EQ(Access.Part(1).TabStaff, 1);
-  std::string tunings;
-  const char* lines[] = {"E2", "A2", "D3", "G3", "B3", "E4"};
-  for (int line = 1; line <= 6; ++line) {
-    std::string name = lines[line - 1];
-    tunings += "<staff-tuning line=\"" + std::to_string(line) + "\"><tuning-step>" +
-               name.substr(0, 1) + "</tuning-step><tuning-octave>" + name.substr(1) +
-               "</tuning-octave></staff-tuning>";
-  }
+  std::string tunings; // line, step and octave of each string
+  for (std::string name : {"1E2", "2A2", "3D3", "4G3", "5B3", "6E4"})
+    tunings += "<staff-tuning line=\"" + name.substr(0, 1) + "\"><tuning-step>" + name[1] +
+               "</tuning-step><tuning-octave>" + name[2] + "</tuning-octave></staff-tuning>";
   EXPECT_EQ(Switch(1, 1), "<attributes><divisions/><clef/><staff-details><staff-lines>6"
                           "</staff-lines>" +
                               tunings + "<capo>2</capo></staff-details><transpose/></attributes>");

@@ -122,36 +122,30 @@ TEST_F(EntriesTest, StemsDotsAndAccidentals) {
 
 TEST_F(EntriesTest, PitchesFollowKeyAndAlteration) {
   XmlPart& part = Access.AddPart(1, 1, 1);
-  struct Case {
-    int16_t Fifths, Tcd, Alteration;
-    std::string Pitch;
-  } cases[] = {{0, 0, 0, "C4"},   {0, 7, 0, "C5"},  {0, -1, 0, "B3"},    {0, 3, 1, "F1 4"},
-               {1, 3, 0, "F1 4"}, {1, 3, -1, "F4"}, {-2, 6, 0, "B-1 4"}, {-2, 6, -1, "B-2 4"}};
-  for (const Case& c : cases) {
+  // Fifths of the key, Tcd and alteration; step, alter and octave.
+  const std::tuple<int16_t, int16_t, int16_t, std::string> cases[] = {
+      {0, 0, 0, "C, 4"},    {0, 7, 0, "C, 5"},  {0, -1, 0, "B, 3"},     {0, 3, 1, "F, 1, 4"},
+      {1, 3, 0, "F, 1, 4"}, {1, 3, -1, "F, 4"}, {-2, 6, 0, "B, -1, 4"}, {-2, 6, -1, "B, -2, 4"}};
+  for (const auto& [fifths, tcd, alteration, expected] : cases) {
     xml::XmlNode key = Access.Element("key");
-    key.appendChild(Access.Element("fifths", std::to_string(c.Fifths)));
+    key.appendChild(Access.Element("fifths", std::to_string(fifths)));
     part.SetKey(key);
     part.Tonic = "C";
-    const xml::XmlNode pitch = Access.CreatePitch(c.Tcd, c.Alteration, part);
-    std::string text = pitch.selectSingleNode("step").text();
-    if (const xml::XmlNode alter = pitch.selectSingleNode("alter")) text += alter.text() + " ";
-    text += pitch.selectSingleNode("octave").text();
-    EXPECT_EQ(text, c.Pitch) << c.Fifths << " " << c.Tcd << " " << c.Alteration;
+    EXPECT_EQ(Joined(Access.CreatePitch(tcd, alteration, part), "*"), expected)
+        << fifths << " " << tcd << " " << alteration;
   }
 }
 
 TEST_F(EntriesTest, PrintObjectByAlternateNotationAndLayerVisibility) {
   XmlPart& part = Access.AddPart(1, 1, 1);
-  struct Case {
-    int16_t Notation;
-    bool Visible;
-    std::string PrintObject;
-  } cases[] = {{0, true, ""},    {0, false, "no"}, {6, false, "no"},
-               {2, true, "yes"}, {2, false, ""},   {5, true, "yes"}};
-  for (const Case& c : cases) {
-    part.AlternateNotation.at(1) = c.Notation;
-    part.LayerVisible.at(1).at(0) = c.Visible;
-    EXPECT_EQ(Access.FindPrintObject(0, 1, part), c.PrintObject) << c.Notation << c.Visible;
+  const std::tuple<int16_t, bool, std::string> cases[] = {// notation, visible, print-object
+                                                          {0, true, ""},    {0, false, "no"},
+                                                          {6, false, "no"}, {2, true, "yes"},
+                                                          {2, false, ""},   {5, true, "yes"}};
+  for (const auto& [notation, visible, printObject] : cases) {
+    part.AlternateNotation.at(1) = notation;
+    part.LayerVisible.at(1).at(0) = visible;
+    EXPECT_EQ(Access.FindPrintObject(0, 1, part), printObject) << notation << visible;
   }
 }
 
@@ -181,12 +175,11 @@ TEST_F(EntriesTest, StartOfTieSearchesBackwardsAndStopsAtATieEnd) {
 }
 
 TEST_F(EntriesTest, GraceNoteStealsTimeFromTheNoteAfterIt) {
-  struct Case {
-    int16_t GraceStadd, GraceEnadd, NextStadd, NextEnadd;
-    std::string Steal;
-  } cases[] = {{0, 10, 20, 0, "2"}, {0, 100, 100, 0, "10"}, {17, 10, 20, 0, ""},
-               {0, 10, 20, 17, ""}, {0, 0, 17, 0, ""},      {-1, 10, 20, 0, ""}};
-  for (const Case& c : cases) {
+  // Start and end changes of the grace note and of the next; the time stolen.
+  const std::tuple<int16_t, int16_t, int16_t, int16_t, std::string> cases[] = {
+      {0, 10, 20, 0, "2"}, {0, 100, 100, 0, "10"}, {17, 10, 20, 0, ""},
+      {0, 10, 20, 17, ""}, {0, 0, 17, 0, ""},      {-1, 10, 20, 0, ""}};
+  for (const auto& [graceStadd, graceEnadd, nextStadd, nextEnadd, steal] : cases) {
     Store() = sim::FrameStore{};
     auto& records = HostSim().Doc().Records;
     if (auto table = records.find("PerformanceData"); table != records.end())
@@ -195,7 +188,7 @@ TEST_F(EntriesTest, GraceNoteStealsTimeFromTheNoteAfterIt) {
     Fill(2,
          {Made(256, playable | kEfGrace, {1}), Made(1024, playable, {2}), Made(3072, kNote, {4})});
     for (auto [entnum, stadd, enadd] :
-         {std::tuple{1, c.GraceStadd, c.GraceEnadd}, std::tuple{2, c.NextStadd, c.NextEnadd}}) {
+         {std::tuple{1, graceStadd, graceEnadd}, std::tuple{2, nextStadd, nextEnadd}}) {
       PerformanceData data;
       data.Create(entnum, 0);
       data.NoteID = 1;
@@ -207,8 +200,8 @@ TEST_F(EntriesTest, GraceNoteStealsTimeFromTheNoteAfterIt) {
     XmlPart& part = Loaded(2, 2);
     const xml::XmlNode grace = MeasureOf(part, 2).selectSingleNode("note/grace");
     ASSERT_TRUE(grace);
-    EXPECT_EQ(grace.getAttribute("steal-time-following"), c.Steal)
-        << c.GraceStadd << " " << c.GraceEnadd << " " << c.NextStadd << " " << c.NextEnadd;
+    EXPECT_EQ(grace.getAttribute("steal-time-following"), steal)
+        << graceStadd << " " << graceEnadd << " " << nextStadd << " " << nextEnadd;
   }
 }
 
@@ -251,15 +244,18 @@ TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
                {2004, 2, 1, 65, "double-sharp", false},
                {2000, 0, 1, 66, "natural", false},
                {2004, 3, 1, 66, "", false}};
+  const auto acci = [](int32_t entnum, int16_t noteID, int16_t altacc) {
+    AcciAlterations record;
+    record.Create(entnum, 0);
+    record.NoteID = noteID;
+    record.Altacc = altacc;
+    record.Save();
+  };
   for (const Case& c : cases) {
     auto& records = HostSim().Doc().Records;
     if (auto table = records.find("AcciAlterations"); table != records.end())
       table->second.Rows.clear();
-    AcciAlterations record;
-    record.Create(7, 0);
-    record.NoteID = c.NoteID;
-    record.Altacc = c.Altacc;
-    record.Save();
+    acci(7, c.NoteID, c.Altacc);
     Access.SetFinaleVersion(c.Version);
     bool quarterTone = !c.QuarterTone;
     const xml::XmlNode accidental = Access.CreateAccidental(c.Alter, 7, 1, "Tamburo", quarterTone);
@@ -272,13 +268,8 @@ TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
   Fill(2, {Made(2048, kNote, {6}, kNoteAccidentalShown),
            Made(2048, kNote, {2}, kNoteAccidentalShown)});
   Store().Frames[2][0].Notes[0].Alteration = -1;
-  for (int32_t entnum : {Store().Frames[2][0].Entnum, Store().Frames[2][1].Entnum}) {
-    AcciAlterations record;
-    record.Create(entnum, 0);
-    record.NoteID = 1;
-    record.Altacc = 66;
-    record.Save();
-  }
+  for (int32_t entnum : {Store().Frames[2][0].Entnum, Store().Frames[2][1].Entnum})
+    acci(entnum, 1, 66);
   XmlPart& part = Access.AddPart(1, 1, 4);
   part.AccidentalFont.at(1) = "Tamburo";
   Access.LoadMeasures(part, 2, 2);

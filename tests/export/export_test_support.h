@@ -111,14 +111,8 @@ struct ToXmlTestAccess {
   int16_t NumberOfParts() const { return x.NumberOfParts; }
   XmlPart& Part(int16_t number) { return *x.XmlParts.at(number); }
   xml::XmlNode Root() const { return x.root_; }
-  void KeyOptions(bool cancelOutgoing, bool modeChange) {
-    x.KeyCancelOutgoing = cancelOutgoing;
-    x.KeyModeChange = modeChange;
-  }
-  void Abbreviate(bool common, bool cut) {
-    x.AbbreviateCommon = common;
-    x.AbbreviateCut = cut;
-  }
+  void KeyOptions(bool cancel, bool mode) { x.KeyCancelOutgoing = cancel, x.KeyModeChange = mode; }
+  void Abbreviate(bool common, bool cut) { x.AbbreviateCommon = common, x.AbbreviateCut = cut; }
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, std::optional<int16_t> oldKey) {
     return x.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
   }

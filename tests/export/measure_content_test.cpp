@@ -160,18 +160,15 @@ TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
 }
 
 TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
+  // clang-format off
   struct Case {
     int16_t Previous, This, Next;
     std::vector<std::string> Beams;
-  } cases[] = {{0, 1, 1, {"begin"}},
-               {1, 1, 1, {"continue"}},
-               {1, 1, 0, {"end"}},
-               {0, 2, 1, {"begin", "forward hook"}},
-               {1, 2, 0, {"end", "backward hook"}},
+  } cases[] = {{0, 1, 1, {"begin"}}, {1, 1, 1, {"continue"}}, {1, 1, 0, {"end"}},
+               {0, 2, 1, {"begin", "forward hook"}}, {1, 2, 0, {"end", "backward hook"}},
                {2, 3, 2, {"continue", "continue", "backward hook"}},
-               {1, 3, 2, {"continue", "begin", "forward hook"}},
-               {0, 0, 1, {}},
-               {0, 2, 0, {}}};
+               {1, 3, 2, {"continue", "begin", "forward hook"}}, {0, 0, 1, {}}, {0, 2, 0, {}}};
+  // clang-format on
   for (const Case& c : cases) {
     const xml::XmlNode note = Access.Parse("<note><type>16th</type><notations/><lyric/></note>");
     Access.AddBeams(note, c.Previous, c.This, c.Next);
@@ -190,19 +187,16 @@ TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
 }
 
 TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
-  struct Case {
-    int32_t Edu, Position;
-    bool PlaceFirst, Due;
-    int32_t Offset;
-  } cases[] = {{1024, 1071, false, true, 0},   {1072, 1024, false, true, 48},
-               {1073, 1024, false, false, 49}, {0, 2048, false, true, 0},
-               {300, 1024, true, true, 300},   {40, 1024, true, true, 0},
-               {1024, 1024, false, true, 0},   {976, 1024, false, true, -48}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(ToXmlTestAccess::ItemDue(c.Edu, c.Position), c.Due) << c.Edu << " " << c.Position;
-    EXPECT_EQ(ToXmlTestAccess::ItemOffset(c.PlaceFirst, c.Edu, c.Position), c.Offset)
-        << c.Edu << " " << c.Position;
-  }
+  // The item's EDU, the entry's position, whether the item is placed first; due and offset.
+  const std::tuple<int32_t, int32_t, bool, bool, int32_t> cases[] = {
+      {1024, 1071, false, true, 0}, {1072, 1024, false, true, 48}, {1073, 1024, false, false, 49},
+      {0, 2048, false, true, 0},    {300, 1024, true, true, 300},  {40, 1024, true, true, 0},
+      {1024, 1024, false, true, 0}, {976, 1024, false, true, -48}};
+  for (const auto& [edu, position, placeFirst, due, offset] : cases)
+    EXPECT_EQ(std::pair(ToXmlTestAccess::ItemDue(edu, position),
+                        ToXmlTestAccess::ItemOffset(placeFirst, edu, position)),
+              std::pair(due, offset))
+        << edu << " " << position;
 }
 
 // Clef and EDU position pairs into the holder of a staff in a measure.

@@ -68,24 +68,20 @@ TEST_F(MeasureSkeletonTest, BarStylesAndRepeats) {
   auto right = [](const std::string& style) {
     return "<barline location=\"right\"><bar-style>" + style + "</bar-style></barline>";
   };
+  // clang-format off
   struct Case {
     int32_t Meflag;
     std::string Left, Right;
-  } cases[] = {{kNormalBarline, "(none)", "(none)"},
-               {0x00, "(none)", right("none")},
-               {kDoubleBarline, "(none)", right("light-light")},
-               {0x30, "(none)", right("dotted")},
-               {0x40, "(none)", right("heavy")},
-               {0x50, "(none)", right("light-heavy")},
-               {0x60, "(none)", right("dotted")},
-               {0x70, "(none)", "(none)"},
-               {kDoubleBarline | kForwardRepeat,
-                "<barline location=\"left\"><repeat direction=\"forward\"/></barline>",
-                right("light-light")},
+  } cases[] = {{kNormalBarline, "(none)", "(none)"}, {0x00, "(none)", right("none")},
+               {kDoubleBarline, "(none)", right("light-light")}, {0x30, "(none)", right("dotted")},
+               {0x40, "(none)", right("heavy")}, {0x50, "(none)", right("light-heavy")},
+               {0x60, "(none)", right("dotted")}, {0x70, "(none)", "(none)"},
+               {kDoubleBarline | kForwardRepeat, "<barline location=\"left\"><repeat direction=\"forward\"/></barline>", right("light-light")},
                {kNormalBarline | kForwardRepeat, forward, "(none)"},
                {kNormalBarline | kBackwardRepeat, "(none)", backward},
                {kDoubleBarline | kBackwardRepeat, "(none)", backward},
                {kNormalBarline | kForwardRepeat | kBackwardRepeat, forward, backward}};
+  // clang-format on
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Meflag);
     StartScore(1, 3);
