@@ -38,20 +38,20 @@ TEST_F(EntriesTest, TiesFindTheirStartInThisOrTheLastMeasureOnly) {
       TiedWholeNotes({{0, kNoteTieStart}, {0, kNoteTieEnd | kNoteTieStart}, {2, kNoteTieEnd}});
   EXPECT_EQ(Ties(part, 2), "start | start");
   EXPECT_EQ(Ties(part, 3), "stop, start | stop, start");
-  EXPECT_EQ(Ties(part, 4), " | ") << "a tie end without a start is an ordinary note";
+  EXPECT_EQ(Ties(part, 4), "(none) | (none)") << "a tie end without a start is an ordinary note";
 
   // Two measures away is too far.
   Fill(2, {Made(4096, kNote, {0}, kNoteTieStart)});
   Fill(3, {Made(4096, kNote, {4})});
   Fill(4, {Made(4096, kNote, {0}, kNoteTieEnd)});
   XmlPart& far = Loaded(2, 4);
-  EXPECT_EQ(Ties(far, 4), " | ");
+  EXPECT_EQ(Ties(far, 4), "(none) | (none)");
 }
 
 TEST_F(EntriesTest, CueNotesAndHiddenTiesKeepWhatTheyShow) {
   // A cue note has no tie but still a tied.
   XmlPart& cue = TiedWholeNotes({{0, kNoteTieStart}, {0, kNoteTieEnd | kNoteCue}});
-  EXPECT_EQ(Ties(cue, 3), " | stop");
+  EXPECT_EQ(Ties(cue, 3), "(none) | stop");
   EXPECT_TRUE(MeasureOf(cue, 3).selectSingleNode("note/cue"));
   EXPECT_EQ(Texts(MeasureOf(cue, 3), "note/type/@size"), std::vector<std::string>{"full"});
 
@@ -62,7 +62,7 @@ TEST_F(EntriesTest, CueNotesAndHiddenTiesKeepWhatTheyShow) {
   Access.SetShowTies(1, false);
   Access.LoadMeasures(hidden, 2, 3);
   const xml::XmlNode behind = MeasureOf(hidden, 3).selectSingleNode("note");
-  EXPECT_EQ(Ties(hidden, 3), "stop | ");
+  EXPECT_EQ(Ties(hidden, 3), "stop | (none)");
   EXPECT_EQ(behind.getAttribute("print-object"), "no");
   EXPECT_FALSE(behind.selectSingleNode("notations"));
 }

@@ -187,11 +187,13 @@ inline std::vector<std::string> Texts(const xml::XmlNode& node, const std::strin
     texts.push_back(item.text());
   return texts;
 }
-// The same texts joined by ", ", in document order also for a union of paths.
+// The same texts joined by ", ", in document order also for a union of paths; "(none)" when
+// the path selects nothing.
 inline std::string Joined(const xml::XmlNode& node, const std::string& path) {
-  std::string joined;
-  for (const std::string& text : Texts(node, path))
-    joined += (joined.empty() ? "" : ", ") + text;
+  const std::vector<std::string> texts = Texts(node, path);
+  std::string joined = texts.empty() ? "(none)" : texts[0];
+  for (size_t i = 1; i < texts.size(); ++i)
+    joined += ", " + texts[i];
   return joined;
 }
 

@@ -252,7 +252,7 @@ TEST_F(MeasureSkeletonTest, FloatingTimePerPart) {
 // The symbols of 4/4, 2/2 and 2/4 as asked for: only 4/4 and 2/2 have one.
 TEST_F(MeasureSkeletonTest, TimeSymbolsByTheDocumentsOptions) {
   const std::tuple<int16_t, int16_t, std::string> cases[] = {
-      {1, 0, "common"}, {0, 1, "cut"}, {0, 0, ""}, {1, 1, "common, cut"}};
+      {1, 0, "common"}, {0, 1, "cut"}, {0, 0, "(none)"}, {1, 1, "common, cut"}};
   for (const auto& [common, cut, symbols] : cases) {
     StartScore(1, 3);
     SetTime(2, 2, 2048);
