@@ -17,6 +17,13 @@ using testing::Texts;
 
 class EntriesTest : public ContentTest {
 protected:
+  // A record of an entry, made with the fields that `set` gives it.
+  template <class Record> static void Saved(int32_t entnum, std::function<void(Record&)> set) {
+    Record record;
+    record.Create(entnum, 0);
+    set(record);
+    record.Save();
+  }
   // Measures 2 to 4 of a one-staff part, each from one whole note with that Note.Flag.
   XmlPart& TiedWholeNotes(std::vector<std::pair<int16_t, int32_t>> notes) {
     for (size_t i = 0; i < notes.size(); ++i)
@@ -189,12 +196,9 @@ TEST_F(EntriesTest, GraceNoteStealsTimeFromTheNoteAfterIt) {
          {Made(256, playable | kEfGrace, {1}), Made(1024, playable, {2}), Made(3072, kNote, {4})});
     for (auto [entnum, stadd, enadd] :
          {std::tuple{1, graceStadd, graceEnadd}, std::tuple{2, nextStadd, nextEnadd}}) {
-      PerformanceData data;
-      data.Create(entnum, 0);
-      data.NoteID = 1;
-      data.Stadd = static_cast<int16_t>(stadd);
-      data.Enadd = static_cast<int16_t>(enadd);
-      data.Save();
+      Saved<PerformanceData>(entnum, [&](PerformanceData& data) {
+        data.NoteID = 1, data.Stadd = stadd, data.Enadd = enadd;
+      });
     }
     Access.Start(2004);
     XmlPart& part = Loaded(2, 2);
@@ -235,21 +239,15 @@ TEST_F(EntriesTest, QuarterToneAccidentalsOfTheAccidentalRecord) {
     int16_t Alter, NoteID, Altacc;
     std::string Text;
     bool QuarterTone;
-  } cases[] = {{2004, 0, 1, 66, "quarter-flat", true},
-               {2004, 1, 1, 66, "sharp", true},
-               {2004, -1, 1, 181, "flat", true},
-               {2004, 0, 1, 181, "quarter-sharp", true},
-               {2004, -1, 1, 73, "three-quarters-flat", true},
-               {2004, 0, 2, 66, "natural", false},
-               {2004, 2, 1, 65, "double-sharp", false},
-               {2000, 0, 1, 66, "natural", false},
-               {2004, 3, 1, 66, "", false}};
+  } cases[] = {// clang-format off
+      {2004, 0, 1, 66, "quarter-flat", true}, {2004, 1, 1, 66, "sharp", true}, {2004, -1, 1, 181, "flat", true},
+      {2004, 0, 1, 181, "quarter-sharp", true}, {2004, -1, 1, 73, "three-quarters-flat", true},
+      {2004, 0, 2, 66, "natural", false}, {2004, 2, 1, 65, "double-sharp", false},
+      {2000, 0, 1, 66, "natural", false}, {2004, 3, 1, 66, "", false}};
+  // clang-format on
   const auto acci = [](int32_t entnum, int16_t noteID, int16_t altacc) {
-    AcciAlterations record;
-    record.Create(entnum, 0);
-    record.NoteID = noteID;
-    record.Altacc = altacc;
-    record.Save();
+    Saved<AcciAlterations>(entnum,
+                           [&](AcciAlterations& r) { r.NoteID = noteID, r.Altacc = altacc; });
   };
   for (const Case& c : cases) {
     auto& records = HostSim().Doc().Records;
@@ -298,21 +296,11 @@ TEST_F(EntriesTest, NoteDetailsTransposedPitchesAndWhatShapesLeaveOpen) {
   Fill(2,
        {Made(1024, detailed, {0}, kNoteTieStart), Made(1024, kNote, {0}), Made(2048, kNote, {1})});
   const int32_t entnum = Store().Frames[2][0].Entnum;
-  NoteMods mods;
-  mods.Create(entnum, 0);
-  mods.Percent = 60;
-  mods.Save();
-  NoteAlterations head;
-  head.Create(entnum, 0);
-  head.NoteID = 1;
-  head.Percent = 100;
-  head.Altnhead = 33;
-  head.Save();
-  TieAlteration tie;
-  tie.Create(entnum, 0);
-  tie.NoteID = 1;
-  tie.Flag = 0x0801;
-  tie.Save();
+  Saved<NoteMods>(entnum, [](NoteMods& mods) { mods.Percent = 60; });
+  Saved<NoteAlterations>(entnum, [](NoteAlterations& head) {
+    head.NoteID = 1, head.Percent = 100, head.Altnhead = 33;
+  });
+  Saved<TieAlteration>(entnum, [](TieAlteration& tie) { tie.NoteID = 1, tie.Flag = 0x0801; });
   XmlPart& part = Access.AddPart(1, 1, 4);
   part.NoteheadFont.at(1) = "Tamburo";
   // Up a minor second: a step up, one semitone.
@@ -339,11 +327,8 @@ TEST_F(EntriesTest, NoteDetailsTransposedPitchesAndWhatShapesLeaveOpen) {
 TEST_F(EntriesTest, CrossStaffNotesNameTheStaffTheyAreDrawnOn) {
   Fill(2, {Made(1024, kNote | kEfCrossStaff, {0, 4}, 0), Made(3072, kNote, {2})});
   Store().Frames[2][0].Notes[1].Flag |= kNoteCrossStaff;
-  CrossStaff record;
-  record.Create(Store().Frames[2][0].Entnum, 0);
-  record.NoteID = 2;
-  record.Instrument = 2;
-  record.Save();
+  Saved<CrossStaff>(Store().Frames[2][0].Entnum,
+                    [](CrossStaff& record) { record.NoteID = 2, record.Instrument = 2; });
   XmlPart& part = Loaded(2, 2, 2);
   EXPECT_EQ(Joined(MeasureOf(part, 2), "note/staff"), "1, 2, 1");
 }
