@@ -2,9 +2,11 @@
 // What the export tests share: a door into the private stages of the export engine; a fixture
 // that builds a score, exports it, validates the file and reads it back; one for the element
 // makers; and one that fills the frames of the sample document for the measure stages.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -109,51 +111,11 @@ struct ToXmlTestAccess {
   int16_t NumberOfParts() const { return x.NumberOfParts; }
   XmlPart& Part(int16_t number) { return *x.XmlParts.at(number); }
   xml::XmlNode Root() const { return x.root_; }
-  void KeyOptions(bool cancelOutgoing, bool modeChange) {
-    x.KeyCancelOutgoing = cancelOutgoing;
-    x.KeyModeChange = modeChange;
-  }
-  void Abbreviate(bool common, bool cut) {
-    x.AbbreviateCommon = common;
-    x.AbbreviateCut = cut;
-  }
+  void KeyOptions(bool cancel, bool mode) { x.KeyCancelOutgoing = cancel, x.KeyModeChange = mode; }
+  void Abbreviate(bool common, bool cut) { x.AbbreviateCommon = common, x.AbbreviateCut = cut; }
   xml::XmlNode CreateKey(int16_t key, XmlPart& part, std::optional<int16_t> oldKey) {
     return x.CreateKey(key, part, oldKey ? &*oldKey : nullptr);
   }
-  // The engine's own operations under their own names.
-  template <class... A> auto RangeCheck(A&&... a) { return x.RangeCheck(a...); }
-  template <class... A> auto FindXmlPart(A&&... a) { return x.FindXmlPart(a...); }
-  template <class... A> auto PruneInstruments(A&&... a) { return x.PruneInstruments(a...); }
-  template <class... A> auto ParseTimeSignature(A&&... a) { return x.ParseTimeSignature(a...); }
-  template <class... A> auto CreateTime(A&&... a) { return x.CreateTime(a...); }
-  template <class... A> auto CreateTranspose(A&&... a) { return x.CreateTranspose(a...); }
-  template <class... A> auto CreateTransposeChromatic(A&&... a) {
-    return x.CreateTransposeChromatic(a...);
-  }
-  template <class... A> auto CreateClef(A&&... a) { return x.CreateClef(a...); }
-  template <class... A> auto CreateStaffDetails(A&&... a) { return x.CreateStaffDetails(a...); }
-  template <class... A> auto CreateStaffTuning(A&&... a) { return x.CreateStaffTuning(a...); }
-  template <class... A> auto CreateMeasureStyleElement(A&&... a) {
-    return x.CreateMeasureStyleElement(a...);
-  }
-  template <class... A> auto SwitchStaffStyle(A&&... a) { return x.SwitchStaffStyle(a...); }
-  template <class... A> auto ConvertDurations(A&&... a) { return x.ConvertDurations(a...); }
-  template <class... A> auto CleanupInitialTempo(A&&... a) { return x.CleanupInitialTempo(a...); }
-  template <class... A> auto RemoveDuplicateWavyLine(A&&... a) {
-    return x.RemoveDuplicateWavyLine(a...);
-  }
-  template <class... A> auto InitializePartTables(A&&... a) { return x.InitializePartTables(a...); }
-  template <class... A> auto AddClef(A&&... a) { return x.AddClef(a...); }
-  template <class... A> auto AddBeams(A&&... a) { return x.AddBeams(a...); }
-  template <class... A> auto StartOfTie(A&&... a) { return x.StartOfTie(a...); }
-  template <class... A> auto CreatePitch(A&&... a) { return x.CreatePitch(a...); }
-  template <class... A> auto CreateAccidental(A&&... a) { return x.CreateAccidental(a...); }
-  template <class... A> auto FindPrintObject(A&&... a) { return x.FindPrintObject(a...); }
-  template <class... A> auto InitializeLocales(A&&... a) { return x.InitializeLocales(a...); }
-  template <class... A> static auto ConvertTime(A&&... a) { return ToXml::ConvertTime(a...); }
-  template <class... A> static auto ParseDuration(A&&... a) { return ToXml::ParseDuration(a...); }
-  template <class... A> static auto ItemOffset(A&&... a) { return ToXml::ItemOffset(a...); }
-  template <class... A> static auto ItemDue(A&&... a) { return ToXml::ItemDue(a...); }
   std::vector<std::string>& OpenMeasureStyle() { return x.OpenMeasureStyle; }
   bool& TempoWritten() { return x.TempoWritten; }
   int32_t ItemCursor(int16_t slot) const { return x.MeasureItemCursor.at(slot); }
@@ -173,6 +135,22 @@ struct ToXmlTestAccess {
             x.ShowDots.at(staff),     x.ShowRests.at(staff),     x.ShowTies.at(staff),
             x.StaffStemsUp.at(staff), x.StaffStemsDown.at(staff)};
   }
+  // The engine's own operations under their own names.
+  // clang-format off
+#define OSTIN_FORWARD(Name) template <class... A> auto Name(A&&... a) { return x.Name(a...); }
+#define OSTIN_STATIC(Name) template <class... A> static auto Name(A&&... a) { return ToXml::Name(a...); }
+  OSTIN_FORWARD(RangeCheck) OSTIN_FORWARD(FindXmlPart) OSTIN_FORWARD(PruneInstruments)
+  OSTIN_FORWARD(ParseTimeSignature) OSTIN_FORWARD(CreateTime) OSTIN_FORWARD(CreateTranspose)
+  OSTIN_FORWARD(CreateTransposeChromatic) OSTIN_FORWARD(CreateClef) OSTIN_FORWARD(CreateStaffDetails)
+  OSTIN_FORWARD(CreateStaffTuning) OSTIN_FORWARD(CreateMeasureStyleElement)
+  OSTIN_FORWARD(SwitchStaffStyle) OSTIN_FORWARD(ConvertDurations) OSTIN_FORWARD(CleanupInitialTempo)
+  OSTIN_FORWARD(RemoveDuplicateWavyLine) OSTIN_FORWARD(InitializePartTables) OSTIN_FORWARD(AddClef)
+  OSTIN_FORWARD(AddBeams) OSTIN_FORWARD(StartOfTie) OSTIN_FORWARD(CreatePitch)
+  OSTIN_FORWARD(CreateAccidental) OSTIN_FORWARD(FindPrintObject) OSTIN_FORWARD(InitializeLocales)
+  OSTIN_STATIC(ConvertTime) OSTIN_STATIC(ParseDuration) OSTIN_STATIC(ItemOffset) OSTIN_STATIC(ItemDue)
+#undef OSTIN_FORWARD
+#undef OSTIN_STATIC
+  // clang-format on
 };
 
 namespace testing {
@@ -208,6 +186,30 @@ inline std::vector<std::string> Texts(const xml::XmlNode& node, const std::strin
   for (xml::XmlNode item = list.nextNode(); item; item = list.nextNode())
     texts.push_back(item.text());
   return texts;
+}
+// The same texts joined by ", ", in document order also for a union of paths; "(none)" when
+// the path selects nothing.
+inline std::string Joined(const xml::XmlNode& node, const std::string& path) {
+  const std::vector<std::string> texts = Texts(node, path);
+  std::string joined = texts.empty() ? "(none)" : texts[0];
+  for (size_t i = 1; i < texts.size(); ++i)
+    joined += ", " + texts[i];
+  return joined;
+}
+
+// A failure in short: its number, source and description.
+inline std::string Said(int32_t number, std::string_view description,
+                        std::string_view source = kPlugInSource) {
+  return std::to_string(number) + " " + std::string(source) + ": " + std::string(description);
+}
+// The failure that the body raises, in short; "none" when it raises none.
+inline std::string Raised(const std::function<void()>& body) {
+  try {
+    body();
+  } catch (const Failure& failure) {
+    return Said(failure.Number, failure.Description, failure.Source);
+  }
+  return "none";
 }
 
 // The builder's options by position, every field given.

@@ -7,8 +7,13 @@ namespace ostin {
 namespace {
 
 using testing::ContentTest;
+using testing::Flat;
+using ::testing::HasSubstr;
+using testing::Joined;
 using testing::kNote;
 using testing::kRest;
+using testing::Raised;
+using testing::Said;
 using testing::Texts;
 
 TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
@@ -22,17 +27,12 @@ TEST_F(ContentTest, MeasureRestsFillTheMeasureWhateverTheirWrittenLength) {
   HostSim().Doc().Records.at("Gfhold").Rows.erase({1, 4, 0});
   XmlPart& part = Loaded(2, 4);
 
-  const xml::XmlNode whole = MeasureOf(part, 2).selectSingleNode("note");
-  EXPECT_EQ(Texts(whole, "duration"), std::vector<std::string>{"3072"});
-  EXPECT_EQ(Texts(whole, "type"), std::vector<std::string>{"whole"});
-  EXPECT_EQ(Texts(whole, "rest/display-step"), std::vector<std::string>{"B"});
-  for (int16_t m : {3, 4}) {
-    const xml::XmlNode measure = MeasureOf(part, m);
-    EXPECT_EQ(Shape(measure), "note") << m;
-    EXPECT_EQ(measure.selectSingleNode("note").xml(),
-              "<note><rest/><duration>4096</duration><voice>1</voice></note>")
-        << m;
-  }
+  EXPECT_EQ(Joined(MeasureOf(part, 2), "note/rest/display-step|note/duration|note/type"),
+            "B, 3072, whole");
+  for (int16_t m : {3, 4})
+    EXPECT_EQ(MeasureOf(part, m).xml(), "<measure number=\"" + std::to_string(m) +
+                                            "\"><note><rest/><duration>4096</duration><voice>1"
+                                            "</voice></note></measure>");
 }
 
 TEST_F(ContentTest, VoiceTwoBacksUpToItsLaunchAndForwardsThroughTheGap) {
@@ -44,8 +44,7 @@ TEST_F(ContentTest, VoiceTwoBacksUpToItsLaunchAndForwardsThroughTheGap) {
   EXPECT_EQ(measure.selectSingleNode("forward").xml(),
             "<forward><duration>1024</duration><voice>5</voice></forward>")
       << "no staff on the forward that makes up voice two";
-  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "5", "5", "1"}));
-  EXPECT_EQ(measure.selectSingleNode("note[3]").getAttribute("print-object"), "no");
+  EXPECT_EQ(Joined(measure, "note/voice|note/@print-object"), "1, 5, no, 5, 1");
   EXPECT_EQ(part.Voices, 2);
 
   // Voice two that fills more than the launching entry: a backup of the excess.
@@ -65,7 +64,7 @@ TEST_F(ContentTest, EveryLayerStartsFromTheMeasuresStart) {
   XmlPart& part = Loaded(2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "note note backup:2048 note") << "the measure ends short";
-  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "1", "3"}));
+  EXPECT_EQ(Joined(measure, "note/voice"), "1, 1, 3");
   EXPECT_EQ(part.Layers.at(1), 2);
 }
 
@@ -78,20 +77,13 @@ TEST_F(ContentTest, BeamsRunAcrossHiddenRestsAndAroundGraceNotes) {
 
   const xml::XmlNode sixteenths = MeasureOf(part, 2);
   EXPECT_EQ(Shape(sixteenths), "note forward:256 note note");
-  EXPECT_EQ(Texts(sixteenths, "note[1]/beam"), (std::vector<std::string>{"begin", "forward hook"}));
-  EXPECT_EQ(Texts(sixteenths, "note[2]/beam"), (std::vector<std::string>{"end", "backward hook"}))
-      << "only the primary beam runs across the rest";
-  EXPECT_EQ(sixteenths.selectSingleNode("note[2]/beam[2]").getAttribute("number"), "2");
-  EXPECT_EQ(Texts(sixteenths, "note[3]/beam"), std::vector<std::string>{});
-
+  // Beams of the notes with their numbers: only the primary beam runs across the rest.
+  EXPECT_EQ(Joined(sixteenths, "note/beam|note/beam/@number"),
+            "begin, 1, forward hook, 2, end, 1, backward hook, 2");
+  // The grace note, second of four, has neither duration nor beam.
   const xml::XmlNode eighths = MeasureOf(part, 3);
-  EXPECT_EQ(Texts(eighths, "note[1]/beam"), std::vector<std::string>{"begin"});
-  EXPECT_EQ(Texts(eighths, "note[3]/beam"), std::vector<std::string>{"end"});
-  const xml::XmlNode grace = eighths.selectSingleNode("note[2]");
-  EXPECT_TRUE(grace.selectSingleNode("grace"));
-  EXPECT_FALSE(grace.selectSingleNode("beam"));
-  EXPECT_FALSE(grace.selectSingleNode("duration")) << "a grace note has no duration";
-  EXPECT_EQ(Texts(eighths, "note/duration"), (std::vector<std::string>{"512", "512", "3072"}));
+  EXPECT_EQ(Joined(eighths, "note/beam|note/duration"), "512, begin, 512, end, 3072");
+  EXPECT_TRUE(eighths.selectSingleNode("note[2]/grace"));
 }
 
 TEST_F(ContentTest, UnbeamedGraceNotesTakeTheSlashTheDocumentAsksFor) {
@@ -111,14 +103,9 @@ TEST_F(ContentTest, UnbeamedGraceNotesTakeTheSlashTheDocumentAsksFor) {
 
 TEST_F(ContentTest, MissingMeasureElementIsLoggedAndRaised) {
   XmlPart& part = Access.AddPart(1, 1, 2);
-  try {
-    Access.LoadMeasures(part, 3, 3);
-    ADD_FAILURE() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number, Code(0x80040495));
-    EXPECT_EQ(failure.Description, std::string(kInternalError));
-  }
-  EXPECT_NE(Log().find("Cannot find XML measure 3 in staff 1"), std::string::npos) << Log();
+  EXPECT_EQ(Raised([&] { Access.LoadMeasures(part, 3, 3); }),
+            Said(Code(0x80040495), kInternalError));
+  EXPECT_THAT(Log(), HasSubstr("Cannot find XML measure 3 in staff 1"));
 }
 
 TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
@@ -126,12 +113,12 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     int32_t Version;
     int16_t MoreFlags;
     int16_t Flag;
-    std::vector<bool> Expected; // stems, beams, tuplets, dots, rests, ties, up, down
-  } cases[] = {{2004, 0x241E, 0, {true, true, true, true, true, true, false, false}},
-               {2004, 0x0400, 0, {false, false, true, false, false, false, false, false}},
-               {2004, 0x0060, 0x200, {false, false, false, false, false, false, true, true}},
-               {2003, 0x2000, 0x200, {false, false, true, false, false, false, false, false}},
-               {2002, 0x0000, 0x200, {true, true, true, true, true, true, false, false}}};
+    std::string Expected; // stems, beams, tuplets, dots, rests, ties, up, down
+  } cases[] = {{2004, 0x241E, 0, "11111100"},
+               {2004, 0x0400, 0, "00100000"},
+               {2004, 0x0060, 0x200, "00000011"},
+               {2003, 0x2000, 0x200, "00100000"},
+               {2002, 0x0000, 0x200, "11111100"}};
   for (const Case& c : cases) {
     Access.Start(c.Version);
     XmlPart& part = Access.AddPart(1, 1, 1);
@@ -140,7 +127,9 @@ TEST_F(ContentTest, DisplayFlagsComeFromTheStaffFromHost2003) {
     spec->Flag = c.Flag;
     part.SetStaffSpecs(1, spec);
     Access.InitializePartTables(part);
-    const std::vector<bool> flags = Access.DisplayFlags(1);
+    std::string flags;
+    for (bool flag : Access.DisplayFlags(1))
+      flags += flag ? '1' : '0';
     EXPECT_EQ(flags, c.Expected) << c.Version << " " << c.MoreFlags;
   }
 }
@@ -152,27 +141,17 @@ TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
     int16_t Number;
     std::string Expected;
   } cases[] = {
+      // clang-format off
       {"none yet", "<measure><print/><barline location='left'/><note/></measure>", 0,
-       "<measure><print/><barline location=\"left\"/><attributes><clef/></attributes><note/>"
-       "</measure>"},
-      {"none at all", "<measure><note/></measure>", 0,
-       "<measure><attributes><clef/></attributes><note/></measure>"},
-      {"replaced",
-       "<measure><attributes><key/><clef number='2'><sign>F</sign></clef>"
-       "</attributes></measure>",
-       2, "<measure><attributes><key/><clef/></attributes></measure>"},
-      {"before staff details",
-       "<measure><attributes><clef number='1'/><staff-details/>"
-       "</attributes></measure>",
-       2,
-       "<measure><attributes><clef number=\"1\"/><clef/><staff-details/></attributes>"
-       "</measure>"},
-      {"late attributes are not opening",
-       "<measure><note/><attributes><time/></attributes>"
-       "</measure>",
-       0,
-       "<measure><attributes><clef/></attributes><note/><attributes><time/></attributes>"
-       "</measure>"}};
+       "<measure><print/><barline location=\"left\"/><attributes><clef/></attributes><note/></measure>"},
+      {"none at all", "<measure><note/></measure>", 0, "<measure><attributes><clef/></attributes><note/></measure>"},
+      {"replaced", "<measure><attributes><key/><clef number='2'><sign>F</sign></clef></attributes></measure>", 2,
+       "<measure><attributes><key/><clef/></attributes></measure>"},
+      {"before staff details", "<measure><attributes><clef number='1'/><staff-details/></attributes></measure>", 2,
+       "<measure><attributes><clef number=\"1\"/><clef/><staff-details/></attributes></measure>"},
+      {"late attributes are not opening", "<measure><note/><attributes><time/></attributes></measure>", 0,
+       "<measure><attributes><clef/></attributes><note/><attributes><time/></attributes></measure>"}};
+  // clang-format on
   for (const Case& c : cases) {
     const xml::XmlNode measure = Access.Parse(c.Measure);
     Access.AddClef(measure, Access.Element("clef"), c.Number);
@@ -181,18 +160,15 @@ TEST_F(ContentTest, AddClefPutsTheClefIntoTheOpeningAttributes) {
 }
 
 TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
+  // clang-format off
   struct Case {
     int16_t Previous, This, Next;
     std::vector<std::string> Beams;
-  } cases[] = {{0, 1, 1, {"begin"}},
-               {1, 1, 1, {"continue"}},
-               {1, 1, 0, {"end"}},
-               {0, 2, 1, {"begin", "forward hook"}},
-               {1, 2, 0, {"end", "backward hook"}},
+  } cases[] = {{0, 1, 1, {"begin"}}, {1, 1, 1, {"continue"}}, {1, 1, 0, {"end"}},
+               {0, 2, 1, {"begin", "forward hook"}}, {1, 2, 0, {"end", "backward hook"}},
                {2, 3, 2, {"continue", "continue", "backward hook"}},
-               {1, 3, 2, {"continue", "begin", "forward hook"}},
-               {0, 0, 1, {}},
-               {0, 2, 0, {}}};
+               {1, 3, 2, {"continue", "begin", "forward hook"}}, {0, 0, 1, {}}, {0, 2, 0, {}}};
+  // clang-format on
   for (const Case& c : cases) {
     const xml::XmlNode note = Access.Parse("<note><type>16th</type><notations/><lyric/></note>");
     Access.AddBeams(note, c.Previous, c.This, c.Next);
@@ -211,19 +187,16 @@ TEST_F(ContentTest, BeamTextsByLevelAndNeighbours) {
 }
 
 TEST_F(ContentTest, ItemsAreDueWithin48EduAndGetAnOffsetBeyond47) {
-  struct Case {
-    int32_t Edu, Position;
-    bool PlaceFirst, Due;
-    int32_t Offset;
-  } cases[] = {{1024, 1071, false, true, 0},   {1072, 1024, false, true, 48},
-               {1073, 1024, false, false, 49}, {0, 2048, false, true, 0},
-               {300, 1024, true, true, 300},   {40, 1024, true, true, 0},
-               {1024, 1024, false, true, 0},   {976, 1024, false, true, -48}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(ToXmlTestAccess::ItemDue(c.Edu, c.Position), c.Due) << c.Edu << " " << c.Position;
-    EXPECT_EQ(ToXmlTestAccess::ItemOffset(c.PlaceFirst, c.Edu, c.Position), c.Offset)
-        << c.Edu << " " << c.Position;
-  }
+  // The item's EDU, the entry's position, whether the item is placed first; due and offset.
+  const std::tuple<int32_t, int32_t, bool, bool, int32_t> cases[] = {
+      {1024, 1071, false, true, 0}, {1072, 1024, false, true, 48}, {1073, 1024, false, false, 49},
+      {0, 2048, false, true, 0},    {300, 1024, true, true, 300},  {40, 1024, true, true, 0},
+      {1024, 1024, false, true, 0}, {976, 1024, false, true, -48}};
+  for (const auto& [edu, position, placeFirst, due, offset] : cases)
+    EXPECT_EQ(std::pair(ToXmlTestAccess::ItemDue(edu, position),
+                        ToXmlTestAccess::ItemOffset(placeFirst, edu, position)),
+              std::pair(due, offset))
+        << edu << " " << position;
 }
 
 // Clef and EDU position pairs into the holder of a staff in a measure.
@@ -270,12 +243,10 @@ TEST_F(ContentTest, SecondStaffBacksUpAndNumbersItsVoicesAndClefs) {
   XmlPart& part = Loaded(2, 2, 2);
   const xml::XmlNode measure = MeasureOf(part, 2);
   EXPECT_EQ(Shape(measure), "attributes note backup:4096 note attributes note");
-  EXPECT_EQ(measure.selectSingleNode("attributes[1]/clef").getAttribute("number"), "2")
+  EXPECT_EQ(Joined(measure, "attributes/clef/@number"), "2, 2")
       << "treble at the start of staff 2, which was bass";
-  EXPECT_EQ(measure.selectSingleNode("attributes[2]/clef").getAttribute("number"), "2");
   EXPECT_EQ(part.Clefs(2), 3);
-  EXPECT_EQ(Texts(measure, "note/voice"), (std::vector<std::string>{"1", "9", "9"}));
-  EXPECT_EQ(Texts(measure, "note/staff"), (std::vector<std::string>{"1", "2", "2"}));
+  EXPECT_EQ(Joined(measure, "note/voice|note/staff"), "1, 1, 9, 2, 9, 2");
   EXPECT_EQ(part.Voices, 2);
   EXPECT_EQ(part.Layers.at(2), 0);
 }
@@ -297,17 +268,10 @@ TEST_F(ContentTest, ForeignFailureIsLoggedWithItsPlaceAndFreesTheFrame) {
   Fill(2, {Made(4096, kRest)});
   XmlPart& part = Access.AddPart(1, 1, 4);
   HostSim().Faults["FxGetMeasureDuration"] = sim::Host::Fault::Throw;
-  try {
-    Access.LoadMeasures(part, 2, 2);
-    ADD_FAILURE() << "no failure";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.Number, Code(0x80040345));
-    EXPECT_TRUE(failure.IsOwn());
-    EXPECT_EQ(failure.Description, std::string(kInternalError));
-  }
-  EXPECT_NE(Log().find("ToXml LoadMeasure error "), std::string::npos) << Log();
-  EXPECT_NE(Log().find(" in staff 1, measure 2:  / FxGetMeasureDuration"), std::string::npos)
-      << Log();
+  EXPECT_EQ(Raised([&] { Access.LoadMeasures(part, 2, 2); }),
+            Said(Code(0x80040345), kInternalError));
+  EXPECT_THAT(Log(), HasSubstr("ToXml LoadMeasure error "));
+  EXPECT_THAT(Log(), HasSubstr(" in staff 1, measure 2:  / FxGetMeasureDuration"));
   EXPECT_EQ(Log().find("TGF being deleted"), std::string::npos) << "the frame was freed";
 }
 
@@ -329,10 +293,11 @@ TEST_F(ContentTest, ExportedMeasuresFollowTheDocumentType) {
   auto doc = xml::XmlDocument::Create();
   doc->validateOnParse = doc->resolveExternals = false;
   ASSERT_TRUE(doc->loadXML(written));
-  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/note").length(), 7);
-  EXPECT_EQ(doc->documentElement().selectNodes("part[1]/measure[1]/forward").length(), 1)
-      << "voice two ends the layer: nothing makes up its gap";
-  EXPECT_EQ(doc->documentElement().selectNodes(".//tie").length(), 2);
+  // Seven notes and one forward: voice two ends the layer, nothing makes up its gap.
+  const xml::XmlNode root = doc->documentElement();
+  EXPECT_EQ(root.selectNodes("part[1]/measure[1]/note").length(), 7);
+  EXPECT_EQ(root.selectNodes("part[1]/measure[1]/forward").length(), 1);
+  EXPECT_EQ(root.selectNodes(".//tie").length(), 2);
 }
 
 class DurationsTest : public testing::ContentTest {
@@ -358,29 +323,19 @@ protected:
   }
 };
 
+// A fifth dot, a tuplet length, nothing and a negative length are no note type.
 TEST(ParseDuration, BaseLengthsWithUpToFourDots) {
-  struct Case {
-    int32_t Duration;
-    std::string Type;
-    int16_t Dots;
-  } cases[] = {{16, "256th", 0},     {31, "256th", 4},     {1024, "quarter", 0},
-               {1536, "quarter", 1}, {1792, "quarter", 2}, {1984, "quarter", 4},
-               {768, "eighth", 1},   {3072, "half", 1},    {4096, "whole", 0},
-               {8192, "breve", 0},   {16384, "long", 0},   {31744, "long", 4}};
-  for (const Case& c : cases) {
+  const std::pair<int32_t, std::string> cases[] = {
+      {16, "256th 0"},        {31, "256th 4"},       {1024, "quarter 0"}, {1536, "quarter 1"},
+      {1792, "quarter 2"},    {1984, "quarter 4"},   {768, "eighth 1"},   {3072, "half 1"},
+      {4096, "whole 0"},      {8192, "breve 0"},     {16384, "long 0"},   {31744, "long 4"},
+      {2032, "untouched -1"}, {341, "untouched -1"}, {0, "untouched -1"}, {-1024, "untouched -1"},
+      {1000, "untouched -1"}, {8, "untouched -1"}};
+  for (const auto& [duration, expected] : cases) {
     std::string type = "untouched";
     int16_t dots = -1;
-    ToXmlTestAccess::ParseDuration(c.Duration, type, dots);
-    EXPECT_EQ(type, c.Type) << c.Duration;
-    EXPECT_EQ(dots, c.Dots) << c.Duration;
-  }
-  // A fifth dot, a tuplet length, nothing and a negative length are no note type.
-  for (int32_t unknown : {2032, 341, 0, -1024, 1000, 8}) {
-    std::string type = "untouched";
-    int16_t dots = -1;
-    ToXmlTestAccess::ParseDuration(unknown, type, dots);
-    EXPECT_EQ(type, "untouched") << unknown;
-    EXPECT_EQ(dots, -1) << unknown;
+    ToXmlTestAccess::ParseDuration(duration, type, dots);
+    EXPECT_EQ(type + " " + std::to_string(dots), expected) << duration;
   }
 }
 
@@ -391,6 +346,7 @@ TEST_F(DurationsTest, UnitChosenFromSmallestNoteAndTupletFactor) {
     std::string Divisions;
     std::vector<std::string> Durations;
   } cases[] = {
+      // clang-format off
       {"quarters only", Note(1024, "quarter") + Note(1024, "quarter"), "1", {"1", "1"}},
       {"eighth triplet", Note(512, "eighth") + Triplet(341, "eighth"), "6", {"3", "2"}},
       {"4 in the time of 2", Tuplet(256, "eighth", 4, 2), "8", {"2"}},
@@ -399,10 +355,9 @@ TEST_F(DurationsTest, UnitChosenFromSmallestNoteAndTupletFactor) {
       {"an odd length", Note(341, "eighth") + Note(1024, "quarter"), "1024", {"341", "1024"}},
       {"dotted sixteenth", Note(384, "16th", "<dot/>") + Note(128, "32nd"), "8", {"3", "1"}},
       {"forwards and backups follow",
-       Note(2048, "half") + "<backup><duration>2048</duration>"
-                            "</backup><forward><duration>1024</duration></forward>",
-       "1",
-       {"2", "2", "1"}}};
+       Note(2048, "half") + "<backup><duration>2048</duration></backup><forward><duration>1024</duration></forward>",
+       "1", {"2", "2", "1"}}};
+  // clang-format on
   for (const Case& c : cases) {
     XmlPart& part = PartOf(c.Notes);
     Access.ConvertDurations(part);
@@ -421,12 +376,12 @@ TEST_F(DurationsTest, DirectionOffsetsKeepAResolutionAndVanishAtZero) {
       "</direction>";
   XmlPart& part = PartOf(Note(2048, "half") + directions + "<sound divisions='1024'/>");
   Access.ConvertDurations(part);
-  EXPECT_EQ(Texts(part.Part(), "measure/attributes/divisions"), std::vector<std::string>{"8"});
-  EXPECT_EQ(Texts(part.Part(), ".//duration"), std::vector<std::string>{"16"});
-  EXPECT_EQ(Texts(part.Part(), ".//direction/offset"), std::vector<std::string>{"2"})
-      << "300 EDU is 2.34 32nd notes; 60 EDU rounds to nothing and goes";
-  EXPECT_EQ(part.Part().selectSingleNode(".//direction/offset").nextSibling().nodeName(), "staff");
-  EXPECT_EQ(part.Part().selectSingleNode(".//sound").getAttribute("divisions"), "8");
+  // 300 EDU is 2.34 32nd notes; 60 EDU rounds to nothing and goes.
+  EXPECT_EQ(Flat(part.Part().selectSingleNode("measure")),
+            "<measure><attributes><divisions>8</divisions></attributes>" + Note(16, "half") +
+                "<direction><direction-type><words>a</words></direction-type><offset>2</offset>"
+                "<staff>1</staff></direction><direction><direction-type><words>b</words>"
+                "</direction-type></direction><sound divisions=\"8\"/></measure>");
 
   // Without offsets the half notes keep their own unit.
   XmlPart& plain = PartOf(Note(2048, "half"));
@@ -439,7 +394,7 @@ TEST_F(DurationsTest, TupletNoteLengthsComeFromTheirWrittenValue) {
   // quintuplet sixteenth (5 in the time of 4) in a part with a triplet: factor 15.
   XmlPart& part = PartOf(Triplet(341, "eighth") + Triplet(342, "eighth") + Triplet(341, "eighth"));
   Access.ConvertDurations(part);
-  EXPECT_EQ(Texts(part.Part(), ".//duration"), (std::vector<std::string>{"2", "2", "2"}));
+  EXPECT_EQ(Joined(part.Part(), ".//duration"), "2, 2, 2");
 
   const std::string quintuplet =
       Note(204, "16th",
@@ -447,8 +402,7 @@ TEST_F(DurationsTest, TupletNoteLengthsComeFromTheirWrittenValue) {
            "</time-modification>");
   XmlPart& mixed = PartOf(Triplet(341, "eighth") + quintuplet);
   Access.ConvertDurations(mixed);
-  EXPECT_EQ(Texts(mixed.Part(), "measure/attributes/divisions"), std::vector<std::string>{"60"});
-  EXPECT_EQ(Texts(mixed.Part(), ".//duration"), (std::vector<std::string>{"20", "12"}));
+  EXPECT_EQ(Joined(mixed.Part(), "measure/attributes/divisions|.//duration"), "60, 20, 12");
 }
 
 TEST_F(DurationsTest, RemoveDuplicateWavyLineKeepsOneAndDropsEmptiedParents) {
@@ -456,19 +410,15 @@ TEST_F(DurationsTest, RemoveDuplicateWavyLineKeepsOneAndDropsEmptiedParents) {
   struct Case {
     std::string Note, Expected;
   } cases[] = {
-      {"<note><notations>" + continues +
-           "</notations><notations><ornaments><trill-mark/>"
-           "<wavy-line type='start'/></ornaments></notations></note>",
-       "<note><notations><ornaments><trill-mark/><wavy-line type=\"start\"/></ornaments>"
-       "</notations></note>"},
+      // clang-format off
+      {"<note><notations>" + continues + "</notations><notations><ornaments><trill-mark/><wavy-line type='start'/></ornaments></notations></note>",
+       "<note><notations><ornaments><trill-mark/><wavy-line type=\"start\"/></ornaments></notations></note>"},
       // One always stays.
-      {"<note><notations><ornaments><wavy-line type='continue'/><wavy-line type='continue'/>"
-       "</ornaments></notations></note>",
-       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
-       "</note>"},
+      {"<note><notations><ornaments><wavy-line type='continue'/><wavy-line type='continue'/></ornaments></notations></note>",
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations></note>"},
       {"<note><notations>" + continues + "</notations></note>",
-       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations>"
-       "</note>"}};
+       "<note><notations><ornaments><wavy-line type=\"continue\"/></ornaments></notations></note>"}};
+  // clang-format on
   for (const Case& c : cases) {
     xml::XmlNode note = Access.Parse(c.Note);
     Access.RemoveDuplicateWavyLine(note);

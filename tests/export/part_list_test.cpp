@@ -82,46 +82,36 @@ TEST_F(PartListTest, StavesAndGroupsBecomeParts) {
     }
     EXPECT_EQ(counts, stavesOfParts);
   };
-  check("piano named on the brace", {{}, {}}, {Group(1, 2, kBrace, "Piano", "Pno.")},
-        "P1 Piano/Pno.", "2");
-  check("piano named on one staff", {Staff("Piano", "Pno."), {}}, {Group(1, 2, kBrace)},
-        "P1 Piano/Pno.", "2");
-  check("piano named on the lower staff", {{}, Staff("Piano")}, {Group(1, 2, kBrace)}, "P1 Piano",
-        "2");
+  const auto floating = [&] { SetRecord("StaffSpec", 2, 0, {{"Instflag", 0x4000}}); };
+  const auto hidden = [&] {
+    SetRecord("GroupSpec", 0, 1, {{"Flag", static_cast<int16_t>(0x8000)}});
+  };
+  const StaffOptions a = Staff("A"), b = Staff("B");
+  // clang-format off
+  check("piano named on the brace", {{}, {}}, {Group(1, 2, kBrace, "Piano", "Pno.")}, "P1 Piano/Pno.", "2");
+  check("piano named on one staff", {Staff("Piano", "Pno."), {}}, {Group(1, 2, kBrace)}, "P1 Piano/Pno.", "2");
+  check("piano named on the lower staff", {{}, Staff("Piano")}, {Group(1, 2, kBrace)}, "P1 Piano", "2");
   check("two named staves under a brace", {Staff("Violin"), Staff("Viola")}, {Group(1, 2, kBrace)},
         "start 1 brace, P1 Violin, P2 Viola, stop 1", "1 1");
   check("a named brace over a named staff", {Staff("Right"), {}}, {Group(1, 2, kBrace, "Piano")},
         "start 1 brace Piano, P1 Right, P2 MusicXML Part, stop 1", "1 1");
   check("a hidden group name is still written", {Staff("Violin"), Staff("Viola")},
-        {Group(1, 2, kBrace, "Strings", "Str.")},
-        "start 1 brace Strings/Str., P1 Violin, P2 Viola, stop 1", "1 1", [&] {
-          SetRecord("GroupSpec", 0, 1, {{"Flag", static_cast<int16_t>(0x8000)}});
-        });
-  check("all nameless", {{}, Staff(" "), {}}, {},
-        "P1 MusicXML Part, P2 MusicXML Part, P3 MusicXML Part", "1 1 1");
-  check("a nameless group without bracket writes nothing", {Staff("A"), Staff("B")},
-        {Group(1, 2, 0)}, "P1 A, P2 B", "1 1");
-  check("a group without bracket names its nameless staff", {{}, Staff("B")},
-        {Group(1, 1, 0, "Flute", "Fl.")}, "P1 Flute/Fl., P2 B", "1 1");
-  check("a group without bracket over a named staff is written", {Staff("A"), Staff("B")},
-        {Group(1, 1, 0, "Solo")}, "start 1 Solo, P1 A, stop 1, P2 B", "1 1");
-  check("a group without bracket over two staves is written", {Staff("A"), Staff("B")},
-        {Group(1, 2, 0, "Duo")}, "start 1 Duo, P1 A, P2 B, stop 1", "1 1");
-  check("symbols and levels", {Staff("A"), Staff("B"), Staff("C"), Staff("D")},
+        {Group(1, 2, kBrace, "Strings", "Str.")}, "start 1 brace Strings/Str., P1 Violin, P2 Viola, stop 1", "1 1", hidden);
+  check("all nameless", {{}, Staff(" "), {}}, {}, "P1 MusicXML Part, P2 MusicXML Part, P3 MusicXML Part", "1 1 1");
+  check("a nameless group without bracket writes nothing", {a, b}, {Group(1, 2, 0)}, "P1 A, P2 B", "1 1");
+  check("a group without bracket names its nameless staff", {{}, b}, {Group(1, 1, 0, "Flute", "Fl.")}, "P1 Flute/Fl., P2 B", "1 1");
+  check("a group without bracket over a named staff is written", {a, b}, {Group(1, 1, 0, "Solo")}, "start 1 Solo, P1 A, stop 1, P2 B", "1 1");
+  check("a group without bracket over two staves is written", {a, b}, {Group(1, 2, 0, "Duo")}, "start 1 Duo, P1 A, P2 B, stop 1", "1 1");
+  check("symbols and levels", {a, b, Staff("C"), Staff("D")},
         {Group(1, 4, kBracket, "All"), Group(1, 2, kLine), Group(3, 4, 5), Group(4, 4, 7)},
-        "start 1 bracket All, start 2 line, P1 A, P2 B, stop 2, start 2 brace, P3 C, "
-        "start 3 bracket, P4 D, stop 3, stop 2, stop 1",
-        "1 1 1 1");
-  check("a merged brace and its twin", {{}, {}},
-        {Group(1, 2, kBrace, "Piano"), Group(1, 2, kBrace, "Twin")},
+        "start 1 bracket All, start 2 line, P1 A, P2 B, stop 2, start 2 brace, P3 C, start 3 bracket, P4 D, stop 3, stop 2, stop 1", "1 1 1 1");
+  check("a merged brace and its twin", {{}, {}}, {Group(1, 2, kBrace, "Piano"), Group(1, 2, kBrace, "Twin")},
         "start 1 brace Twin, P1 Piano, stop 1", "2");
-  check("twin braces over named staves", {Staff("A"), Staff("B")},
-        {Group(1, 2, kBrace), Group(1, 2, kBrace, "Twin")},
+  check("twin braces over named staves", {a, b}, {Group(1, 2, kBrace), Group(1, 2, kBrace, "Twin")},
         "start 1 brace, start 2 brace Twin, P1 A, P2 B, stop 2, stop 1", "1 1");
   check("a brace over floating staves", {{}, {}}, {Group(1, 2, kBrace, "Piano")},
-        "start 1 brace Piano, P1 MusicXML Part, P2 MusicXML Part, stop 1", "1 1", [&] {
-          SetRecord("StaffSpec", 2, 0, {{"Instflag", 0x4000}});
-        });
+        "start 1 brace Piano, P1 MusicXML Part, P2 MusicXML Part, stop 1", "1 1", floating);
+  // clang-format on
 }
 
 TEST_F(PartListTest, MergedStavesHaveNumberedClefs) {
@@ -155,45 +145,24 @@ TEST_F(PartListTest, RangeCheckFollowsStaffStyles) {
     EXPECT_FALSE(access.RangeCheck(2, 1)) << "an empty range";
     EXPECT_EQ(access.RangeCheck(1, 1), alone);
   };
-  auto tablature = [&](int16_t staff) {
-    SetRecord("StaffSpec", staff, 0, {{"Flag", 0x200}, {"FretInstID", 1}});
+  auto spec = [&](int16_t staff, std::initializer_list<std::pair<const char*, int32_t>> fields) {
+    SetRecord("StaffSpec", staff, 0, fields);
   };
+  // clang-format off
   check("alike", true, true, [] {});
-  check("transposition from the start", false, true, [&] {
-    SetRecord("StaffSpec", 2, 0, {{"Transposition", kTransposeBFlat}});
-  });
-  check("transposition changed by a style in measure 3", false, true, [&] {
-    BFlatStyle();
-    AssignStyle(2, 0, 1, 3, 4);
-  });
-  check("the same style on both staves", true, true, [&] {
-    BFlatStyle();
-    AssignStyle(1, 0, 1, 3, 4);
-    AssignStyle(2, 0, 1, 3, 4);
-  });
-  check("the same style ending apart inside a measure", false, true, [&] {
-    BFlatStyle();
-    AssignStyle(1, 0, 1, 3, 4);
-    AssignStyle(2, 0, 1, 3, 4, 1023);
-  });
-  check("a style that changes only the notation", true, true, [&] {
-    SetRecord("StaffStyle", 1, 0, {{"Mask2", 0x1000}, {"AltFlag", 1}});
-    AssignStyle(2, 0, 1, 2, 2);
-  });
-  check("floating keys", false, false, [&] {
-    SetRecord("StaffSpec", 1, 0, {{"Instflag", static_cast<int16_t>(0x8000)}});
-  });
-  check("floating time", false, true, [&] {
-    SetRecord("StaffSpec", 2, 0, {{"Instflag", 0x4000}});
-  });
-  check("a percussion staff", false, true, [&] {
-    SetRecord("StaffSpec", 2, 0, {{"Flag", 0x2000}});
-  });
-  check("two tablature staves", false, true, [&] {
-    tablature(1);
-    tablature(2);
-  });
-  check("one tablature staff", true, true, [&] { tablature(2); });
+  check("transposition from the start", false, true, [&] { spec(2, {{"Transposition", kTransposeBFlat}}); });
+  check("transposition changed by a style in measure 3", false, true, [&] { BFlatStyle(); AssignStyle(2, 0, 1, 3, 4); });
+  check("the same style on both staves", true, true, [&] { BFlatStyle(); AssignStyle(1, 0, 1, 3, 4); AssignStyle(2, 0, 1, 3, 4); });
+  check("the same style ending apart inside a measure", false, true,
+        [&] { BFlatStyle(); AssignStyle(1, 0, 1, 3, 4); AssignStyle(2, 0, 1, 3, 4, 1023); });
+  check("a style that changes only the notation", true, true,
+        [&] { SetRecord("StaffStyle", 1, 0, {{"Mask2", 0x1000}, {"AltFlag", 1}}); AssignStyle(2, 0, 1, 2, 2); });
+  check("floating keys", false, false, [&] { spec(1, {{"Instflag", static_cast<int16_t>(0x8000)}}); });
+  check("floating time", false, true, [&] { spec(2, {{"Instflag", 0x4000}}); });
+  check("a percussion staff", false, true, [&] { spec(2, {{"Flag", 0x2000}}); });
+  check("two tablature staves", false, true, [&] { spec(1, {{"Flag", 0x200}, {"FretInstID", 1}}); spec(2, {{"Flag", 0x200}, {"FretInstID", 1}}); });
+  check("one tablature staff", true, true, [&] { spec(2, {{"Flag", 0x200}, {"FretInstID", 1}}); });
+  // clang-format on
 }
 
 TEST_F(PartListTest, FindXmlPartByStaff) {
@@ -227,9 +196,14 @@ TEST_F(PartListTest, InstrumentsOfAPart) {
             "<score-instrument id=\"P1-I1\"><instrument-name>Piano</instrument-name>"
             "</score-instrument><midi-instrument id=\"P1-I1\"><midi-channel>1</midi-channel>"
             "<midi-program>1</midi-program></midi-instrument></score-part>");
-  EXPECT_EQ(Access.Part(1).Instruments, 1);
-  EXPECT_EQ(Access.Part(1).LayerInstruments.at(2).at(3), "P1-I1");
-  EXPECT_EQ(Access.Part(1).ExpressionInstruments.at(2), "P1-I1");
+  // Instruments; those of layers 4 of staff 2, 1 and 2 of staff 1; of expressions on staves 2, 1.
+  const auto instruments = [&](int16_t p, int16_t staff, int16_t layer1, int16_t layer2) {
+    const XmlPart& part = Access.Part(p);
+    return std::to_string(part.Instruments) + " " + part.LayerInstruments.at(staff).at(layer1) +
+           " " + part.LayerInstruments.at(staff).at(layer2) + " " +
+           part.ExpressionInstruments.at(staff);
+  };
+  EXPECT_EQ(instruments(1, 2, 3, 3), "1 P1-I1 P1-I1 P1-I1");
   EXPECT_EQ(Flat(list.selectSingleNode("score-part[@id='P3']")),
             "<score-part id=\"P3\"><part-name>Clarinet</part-name>"
             "<score-instrument id=\"P3-I3\"><instrument-name>Clarinet</instrument-name>"
@@ -238,10 +212,7 @@ TEST_F(PartListTest, InstrumentsOfAPart) {
             "<midi-channel>3</midi-channel><midi-program>72</midi-program></midi-instrument>"
             "<midi-instrument id=\"P3-I4\"><midi-channel>4</midi-channel>"
             "<midi-program>49</midi-program></midi-instrument></score-part>");
-  EXPECT_EQ(Access.Part(3).Instruments, 2);
-  EXPECT_EQ(Access.Part(3).LayerInstruments.at(1).at(0), "P3-I3");
-  EXPECT_EQ(Access.Part(3).LayerInstruments.at(1).at(1), "P3-I4");
-  EXPECT_EQ(Access.Part(3).ExpressionInstruments.at(1), "P3-I3");
+  EXPECT_EQ(instruments(3, 1, 0, 1), "2 P3-I3 P3-I4 P3-I3");
   EXPECT_EQ(list.selectNodes(".//midi-device").length(), 0) << "one device names none";
 }
 
@@ -264,11 +235,11 @@ TEST_F(PartListTest, PruningByTheInstrumentsNamed) {
     std::string Count;             // the instruments element, "" for none
     std::vector<std::string> Kept;
     std::string CountAfter;
-  } cases[] = {{"none named keeps the first", {}, "3", {"P1-I1"}, ""},
-               {"one named", {"P1-I2"}, "3", {"P1-I2"}, ""},
+  } cases[] = {{"none named keeps the first", {}, "3", {"P1-I1"}, "(none)"},
+               {"one named", {"P1-I2"}, "3", {"P1-I2"}, "(none)"},
                {"two named", {"P1-I1", "P1-I3"}, "3", {"P1-I1", "P1-I3"}, "2"},
                {"all named", {"P1-I1", "P1-I2", "P1-I3"}, "3", {"P1-I1", "P1-I2", "P1-I3"}, "3"},
-               {"no count", {"P1-I3"}, "", {"P1-I3"}, ""}};
+               {"no count", {"P1-I3"}, "", {"P1-I3"}, "(none)"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     StartScore();
@@ -290,9 +261,7 @@ TEST_F(PartListTest, PruningByTheInstrumentsNamed) {
     access.PruneInstruments(part);
     EXPECT_EQ(testing::Texts(part.ScorePart(), "score-instrument/@id"), c.Kept);
     EXPECT_EQ(testing::Texts(part.ScorePart(), "midi-instrument/@id"), c.Kept);
-    EXPECT_EQ(testing::Texts(part.Part(), ".//instruments"),
-              c.CountAfter.empty() ? std::vector<std::string>{}
-                                   : std::vector<std::string>{c.CountAfter});
+    EXPECT_EQ(testing::Joined(part.Part(), ".//instruments"), c.CountAfter);
   }
 }
 
@@ -376,18 +345,12 @@ TEST_F(FinaleChannelsTest, DevicesFromTheList) {
 
 TEST_F(FinaleChannelsTest, IndexOutOfRangeIsAnInternalFailure) {
   FinaleChannels channels = From("");
-  for (int16_t index : {0, 65, -1}) {
-    try {
-      (void)channels.Port(index);
-      ADD_FAILURE() << index;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.Number, Code(0x80040617));
-      EXPECT_EQ(failure.Description, "MusicXML internal error");
-    }
-  }
-  EXPECT_NE(Log().find("FinaleChannels Get Port subscript must be between 1 and 64, not 65"),
-            std::string::npos)
-      << Log();
+  for (int16_t index : {0, 65, -1})
+    EXPECT_EQ(testing::Raised([&] { (void)channels.Port(index); }),
+              testing::Said(Code(0x80040617), "MusicXML internal error"))
+        << index;
+  EXPECT_THAT(Log(), ::testing::HasSubstr(
+                         "FinaleChannels Get Port subscript must be between 1 and 64, not 65"));
 }
 
 } // namespace
