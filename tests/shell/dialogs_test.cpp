@@ -211,29 +211,20 @@ TEST_P(TwinTest, WithoutScriptingTheLoadStepReportsIt) {
 
 const std::string kNoObject = "ActiveX component can't create object";
 
-INSTANTIATE_TEST_SUITE_P(
-    Twins, TwinTest,
-    ::testing::Values(Twin{"Import",
-                           [] { return std::unique_ptr<FileDialogForm>(Load<frmImport>()); },
-                           118,
-                           {"ImU", "ImW", "ImOD"},
-                           5388,
-                           4464,
-                           {false, MessageText(134), "XML (*.xml)|*.xml", "xml", "", "", 6148},
-                           Code(0x80040733),
-                           MessageText(215),
-                           "Error 429 starting Windows Scripting: " + kNoObject},
-                      Twin{"Export",
-                           [] { return std::unique_ptr<FileDialogForm>(Load<frmExport>()); },
-                           119,
-                           {"ExU", "ExW", "ExOD"},
-                           5394,
-                           4458,
-                           {true, MessageText(136), "XML (*.xml)|*.xml", "xml", "", "", 32774},
-                           Code(0x80040571),
-                           "MusicXML internal error",
-                           "Exporter form load error 429: " + kNoObject}),
+template <class F> std::unique_ptr<FileDialogForm> Make() {
+  return Load<F>();
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Twins, TwinTest, ::testing::Values(
+    Twin{"Import", Make<frmImport>, 118, {"ImU", "ImW", "ImOD"}, 5388, 4464,
+         {false, MessageText(134), "XML (*.xml)|*.xml", "xml", "", "", 6148},
+         Code(0x80040733), MessageText(215), "Error 429 starting Windows Scripting: " + kNoObject},
+    Twin{"Export", Make<frmExport>, 119, {"ExU", "ExW", "ExOD"}, 5394, 4458,
+         {true, MessageText(136), "XML (*.xml)|*.xml", "xml", "", "", 32774},
+         Code(0x80040571), "MusicXML internal error", "Exporter form load error 429: " + kNoObject}),
     [](const auto& twin) { return twin.param.Name; });
+// clang-format on
 
 TEST_F(DialogTest, OverwritingAnExistingFileNeedsYes) {
   Write(Path("old.xml"), "<old/>");

@@ -62,25 +62,16 @@ TEST_F(FailureTest, HandlerRoads) {
   }
 }
 
-TEST_F(FailureTest, GuardedGivesTheBodysResult) {
+TEST_F(FailureTest, GuardedGivesTheBodysResultAndLoggingNeverRaises) {
   EXPECT_EQ(Guarded("x ", 1, [] { return 42; }), 42);
-}
-
-TEST_F(FailureTest, LogLinesFoldLineBreaks) {
   WriteLog("first\r\nsecond\nthird");
-  std::string log = Log();
-  EXPECT_NE(log.find("Error: first / second / third\n"), std::string::npos) << log;
-}
-
-TEST_F(FailureTest, LoggerStartedBeforeThePathIsSetKeepsNoFile) {
+  EXPECT_NE(Log().find("Error: first / second / third\n"), std::string::npos) << Log();
+  // A logger started before its path is set keeps no file; a path in no folder raises nothing.
   ResetLogForTests();
   WriteLog("before the path");
   SetLogPath(Path("late.log"));
   WriteLog("after the path");
   EXPECT_FALSE(std::filesystem::exists(Path("late.log")));
-}
-
-TEST_F(FailureTest, LoggingNeverRaises) {
   ResetLogForTests();
   SetLogPath(Path("no-such-folder/error.log"));
   EXPECT_NO_THROW(WriteLog("lost"));

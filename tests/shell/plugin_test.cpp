@@ -90,34 +90,26 @@ TEST_F(PlugInTest, ExportOfAnEmptyDocumentIsRefused) {
 TEST_F(PlugInTest, SuggestedFileNameComesFromTheDocumentsName) {
   OpenData("sample.json");
   Init();
-  struct Case {
-    int32_t Year;
-    std::string Title;
-    std::string Suggested; // empty: the text box holds the directory alone
-  } cases[] = {
-      {2002, "Finale 2002 - [Song.mus]", "Song.xml"},
-      {2002, "Finale 2002 - [Song]", "Song.xml"},
-      {2002, "Finale 2002", ""},
-      {2002, "Finale 2002 - [Untitled 3]", ""},
-      {2004, "ignored", "sample.xml"},
+  // Host year, window title, suggested name (empty: the text box holds the directory alone).
+  const std::tuple<int32_t, std::string, std::string> cases[] = {
+      // clang-format off
+      {2002, "Finale 2002 - [Song.mus]", "Song.xml"}, {2002, "Finale 2002 - [Song]", "Song.xml"},
+      {2002, "Finale 2002", ""}, {2002, "Finale 2002 - [Untitled 3]", ""},
+      {2004, "ignored", "sample.xml"}, {2004, "untitled", ""}, // the last: a later host's untitled
+      // clang-format on
   };
-  for (const Case& c : cases) {
-    HostSim().VersionOption = c.Year;
-    User.HostTitle = c.Title;
-    std::string expected =
-        c.Suggested.empty()
-            ? PlugIn.ExportDialog().DefaultDirectory()
-            : FileSystemObject().BuildPath(PlugIn.ExportDialog().DefaultDirectory(), c.Suggested);
-    EXPECT_EQ(SuggestedText(), expected) << c.Title;
+  for (const auto& [year, title, suggested] : cases) {
+    HostSim().VersionOption = year;
+    User.HostTitle = title;
+    if (title == "untitled") {
+      HostSim().Doc().Path.clear();
+      HostSim().Doc().Title = "Untitled 1";
+    }
+    const std::string directory = PlugIn.ExportDialog().DefaultDirectory();
+    EXPECT_EQ(SuggestedText(),
+              suggested.empty() ? directory : FileSystemObject().BuildPath(directory, suggested))
+        << title;
   }
-}
-
-TEST_F(PlugInTest, UntitledDocumentOfALaterHostSuggestsNothing) {
-  OpenData("sample.json");
-  HostSim().Doc().Path.clear();
-  HostSim().Doc().Title = "Untitled 1";
-  Init();
-  EXPECT_EQ(SuggestedText(), PlugIn.ExportDialog().DefaultDirectory());
 }
 
 TEST_F(PlugInTest, OkWithAnEmptyNameRunsNoEngine) {

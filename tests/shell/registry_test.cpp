@@ -19,28 +19,19 @@ protected:
 
 TEST_F(RegistryTest, SystemErrorsAreLoggedAndRaisedWithTheirOwnNumbers) {
   const std::tuple<std::function<void()>, int32_t, std::string> cases[] = {
-      {[] { RegOpenKey(kHkeyCurrentUser, "Software\\Other", kKeyRead); }, kRegOpenKeyFailed,
-       "Could not open registry key: The system cannot find the file specified."},
-      {[] { RegCreateKey(kHkeyLocalMachine, kRegistryKey, kKeyWrite); }, kRegCreateKeyFailed,
-       "Could not create registry key: The system cannot find the path specified."},
-      {[] { RegCloseKey(999); }, kRegCloseKeyFailed,
-       "Could not close registry key: The handle is invalid."},
-      {[] { RegQueryValueNumber(UserKey(), "ImW"); }, kRegValueMissing,
-       "Could not read missing registry value ImW"},
-      {[] { RegQueryValueString(UserKey(), "ExOD"); }, kRegValueMissing,
-       "Could not read missing registry value ExOD"},
-      {[] { RegQueryValueNumber(UserKey(), "ImOD"); }, kRegQueryNumberFailed,
-       "Could not read string registry key ImOD: The data is invalid."},
-      {[] { RegQueryValueNumber(UserKey(), "Bad"); }, kRegQueryNumberFailed,
-       "Could not read string registry key Bad: The data is invalid."},
-      {[] { RegQueryValueString(UserKey(), "ImU"); }, kRegQueryStringFailed,
-       "Could not read string registry value ImU: The data is invalid."},
-      {[] { RegQueryValueString(UserKey(), "Long"); }, kRegQueryStringFailed,
-       "Could not read string registry value Long: More data is available."},
-      {[] { RegSetValueNumber(UserKey(), "ImU", 1); }, kRegSetNumberFailed,
-       "Could not set numeric registry value ImU: Access is denied."},
-      {[] { RegSetValueString(UserKey(), "ImOD", "y"); }, kRegSetStringFailed,
-       "Could not set string registry value ImOD: Access is denied."},
+      // clang-format off
+      {[] { RegOpenKey(kHkeyCurrentUser, "Software\\Other", kKeyRead); }, kRegOpenKeyFailed, "Could not open registry key: The system cannot find the file specified."},
+      {[] { RegCreateKey(kHkeyLocalMachine, kRegistryKey, kKeyWrite); }, kRegCreateKeyFailed, "Could not create registry key: The system cannot find the path specified."},
+      {[] { RegCloseKey(999); }, kRegCloseKeyFailed, "Could not close registry key: The handle is invalid."},
+      {[] { RegQueryValueNumber(UserKey(), "ImW"); }, kRegValueMissing, "Could not read missing registry value ImW"},
+      {[] { RegQueryValueString(UserKey(), "ExOD"); }, kRegValueMissing, "Could not read missing registry value ExOD"},
+      {[] { RegQueryValueNumber(UserKey(), "ImOD"); }, kRegQueryNumberFailed, "Could not read string registry key ImOD: The data is invalid."},
+      {[] { RegQueryValueNumber(UserKey(), "Bad"); }, kRegQueryNumberFailed, "Could not read string registry key Bad: The data is invalid."},
+      {[] { RegQueryValueString(UserKey(), "ImU"); }, kRegQueryStringFailed, "Could not read string registry value ImU: The data is invalid."},
+      {[] { RegQueryValueString(UserKey(), "Long"); }, kRegQueryStringFailed, "Could not read string registry value Long: More data is available."},
+      {[] { RegSetValueNumber(UserKey(), "ImU", 1); }, kRegSetNumberFailed, "Could not set numeric registry value ImU: Access is denied."},
+      {[] { RegSetValueString(UserKey(), "ImOD", "y"); }, kRegSetStringFailed, "Could not set string registry value ImOD: Access is denied."},
+      // clang-format on
   };
   Write(UserFile(), kTestKeySection + ("ImU=dword:5\nImOD=sz:x\nBad=dword:12ab\nLong=sz:" +
                                        std::string(1100, 'a')));

@@ -27,28 +27,20 @@ std::string Names(XmlNodeList list) {
   return names;
 }
 
-struct QueryCase {
-  std::string context; // empty: the document
-  std::string query;
-  std::string found;
-};
-
 TEST(XmlXPath, FindsNodesInDocumentOrderRelativeToTheContext) {
   auto doc = Loaded(kScore);
-  const QueryCase cases[] = {
-      {"", "//m", "m1,m2,m3"},
-      {"", "/r/p", "p1,p2"},
-      {"/r/p[2]", "m", "m3"},
-      {"/r/p[2]", "/r/p/m", "m1,m2,m3"},
-      {"//m[@n='3']", "../../p/@id", "id,id"},
-      {"", "//m | /r/p", "p1,m1,m2,p2,m3"},
-      {"//m[@n='2']", "following::m | preceding-sibling::*", "m1,m3"},
-      {"", "//m/text()", "#text,#text"},
-      {"", "//q", ""},
+  // Context (empty: the document), query, the nodes found.
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      // clang-format off
+      {"", "//m", "m1,m2,m3"}, {"", "/r/p", "p1,p2"}, {"/r/p[2]", "m", "m3"},
+      {"/r/p[2]", "/r/p/m", "m1,m2,m3"}, {"//m[@n='3']", "../../p/@id", "id,id"},
+      {"", "//m | /r/p", "p1,m1,m2,p2,m3"}, {"//m[@n='2']", "following::m | preceding-sibling::*", "m1,m3"},
+      {"", "//m/text()", "#text,#text"}, {"", "//q", ""},
+      // clang-format on
   };
-  for (const QueryCase& c : cases) {
-    const XmlNode context = c.context.empty() ? XmlNode(*doc) : doc->selectSingleNode(c.context);
-    EXPECT_EQ(Names(context.selectNodes(c.query)), c.found) << c.context << " " << c.query;
+  for (const auto& [at, query, found] : cases) {
+    const XmlNode context = at.empty() ? XmlNode(*doc) : doc->selectSingleNode(at);
+    EXPECT_EQ(Names(context.selectNodes(query)), found) << at << " " << query;
   }
   EXPECT_FALSE(doc->selectSingleNode("//q"));
   EXPECT_EQ(doc->selectSingleNode("//m").getAttribute("n"), "1");
@@ -102,16 +94,9 @@ TEST(XmlNode, ReadsAndWritesText) {
   }
 }
 
-struct TypeCase {
-  std::string query;
-  int32_t type;
-  std::string name;
-  std::string xml;
-};
-
 TEST(XmlNode, GivesMsxmlTypesNamesAndForms) {
   auto doc = Loaded("<!DOCTYPE r><r a='v'>t<![CDATA[c]]><!--k--><?go now?></r>");
-  const TypeCase cases[] = {
+  const std::tuple<std::string, int32_t, std::string, std::string> cases[] = {
       {"/r", NODE_ELEMENT, "r", "<r a=\"v\">t<![CDATA[c]]><!--k--><?go now?></r>"},
       {"/r/@a", NODE_ATTRIBUTE, "a", "a=\"v\""},
       {"/r/text()[1]", NODE_TEXT, "#text", "t"},
@@ -119,15 +104,14 @@ TEST(XmlNode, GivesMsxmlTypesNamesAndForms) {
       {"/r/comment()", NODE_COMMENT, "#comment", "<!--k-->"},
       {"/r/processing-instruction()", NODE_PROCESSING_INSTRUCTION, "go", "<?go now?>"},
   };
-  for (const TypeCase& c : cases) {
-    const XmlNode node = doc->selectSingleNode(c.query);
-    ASSERT_TRUE(node) << c.query;
-    EXPECT_EQ(node.nodeType(), c.type) << c.query;
-    EXPECT_EQ(node.nodeName(), c.name) << c.query;
-    EXPECT_EQ(node.xml(), c.xml) << c.query;
+  for (const auto& [query, type, name, xml] : cases) {
+    const XmlNode node = doc->selectSingleNode(query);
+    ASSERT_TRUE(node) << query;
+    EXPECT_EQ(std::make_tuple(node.nodeType(), node.nodeName(), node.xml()),
+              std::tie(type, name, xml));
   }
-  EXPECT_EQ(doc->nodeType(), NODE_DOCUMENT);
-  EXPECT_EQ(doc->nodeName(), "#document");
+  EXPECT_EQ(std::make_tuple(doc->nodeType(), doc->nodeName()),
+            std::make_tuple(NODE_DOCUMENT, "#document"));
   EXPECT_EQ(doc->doctype().nodeType(), NODE_DOCUMENT_TYPE);
   EXPECT_EQ(doc->firstChild(), doc->doctype());
   EXPECT_EQ(doc->doctype().nextSibling(), doc->documentElement());
@@ -179,9 +163,7 @@ TEST(XmlNode, RefusesImpossibleInsertions) {
   EXPECT_EQ(r.xml(), "<r k=\"1\"><a><b/></a></r>");
   EXPECT_EQ(doc->replaceChild(doc->createElement("new"), r), r);
   EXPECT_EQ(doc->documentElement().nodeName(), "new");
-}
-
-TEST(XmlNode, EmptyHandlesAreFalseAndRaise91) {
+  // An empty handle is false and raises 91 when used.
   EXPECT_FALSE(XmlNode());
   EXPECT_EQ(Raised([] { XmlNode().nodeName(); }).Number, 91);
 }
