@@ -68,12 +68,10 @@ TEST(XmlNode, ReadsAndWritesText) {
   auto doc = Loaded(kScore);
   const XmlNode p1 = doc->selectSingleNode("/r/p");
   const XmlNode m2 = doc->selectSingleNode("//m[@n='2']");
-  EXPECT_EQ(doc->documentElement().text(), "xy");
-  EXPECT_EQ(doc->text(), "xy");
+  EXPECT_EQ(doc->documentElement().text() + "/" + doc->text(), "xy/xy");
   p1.text("a<b");
-  EXPECT_EQ(p1.xml(), "<p id=\"1\">a&lt;b</p>");
-  EXPECT_EQ(p1.childNodes().length(), 1);
-  EXPECT_EQ(p1.firstChild().nodeType(), NODE_TEXT);
+  EXPECT_EQ(std::make_tuple(p1.xml(), p1.childNodes().length(), p1.firstChild().nodeType()),
+            std::make_tuple("<p id=\"1\">a&lt;b</p>", 1, NODE_TEXT));
   EXPECT_FALSE(m2.parentNode()) << "replaced children are out of the tree";
   doc->documentElement().appendChild(m2);
   EXPECT_EQ(Names(doc->selectNodes("//m")), "m3,m2");
@@ -86,11 +84,10 @@ TEST(XmlNode, ReadsAndWritesText) {
       "1", std::string(15, 'a'), std::string(16, 'b'), "", "22", std::string(40, 'c'), "3"};
   for (const std::string& value : lengths) {
     p1.text(value);
-    const XmlNode text = doc->createTextNode(value);
-    EXPECT_EQ(p1.text(), value);
-    EXPECT_EQ(p1.cloneNode(true).text(), value);
-    EXPECT_EQ(text.text(), value);
-    EXPECT_EQ(doc->selectNodes("/r/p[1][. = '" + value + "']").length(), 1);
+    EXPECT_EQ(std::make_tuple(p1.text(), p1.cloneNode(true).text(),
+                              doc->createTextNode(value).text(),
+                              doc->selectNodes("/r/p[1][. = '" + value + "']").length()),
+              std::make_tuple(value, value, value, 1));
   }
 }
 
@@ -173,10 +170,8 @@ TEST(XmlNode, ClonesDeepOrShallowOutsideTheTree) {
   const XmlNode a = doc->selectSingleNode("//a");
   const XmlNode deep = a.cloneNode(true);
   const XmlNode shallow = a.cloneNode(false);
-  EXPECT_EQ(deep.xml(), "<a k=\"1\"><b>t</b></a>");
-  EXPECT_EQ(shallow.xml(), "<a k=\"1\"/>");
-  EXPECT_FALSE(deep.parentNode());
-  EXPECT_FALSE(deep == a);
+  EXPECT_EQ(deep.xml() + shallow.xml(), "<a k=\"1\"><b>t</b></a><a k=\"1\"/>");
+  EXPECT_FALSE(deep.parentNode() || deep == a);
   deep.firstChild().text("changed");
   deep.setAttribute("k", "2");
   EXPECT_EQ(a.xml(), "<a k=\"1\"><b>t</b></a>");
@@ -188,15 +183,14 @@ TEST(XmlNode, ClonesDeepOrShallowOutsideTheTree) {
 TEST(XmlNode, ReadsAndWritesAttributes) {
   auto doc = Loaded("<r xmlns:x='u' x:h='1' a='old'/>");
   const XmlNode r = doc->documentElement();
-  EXPECT_EQ(r.getAttribute("x:h"), "1");
-  EXPECT_EQ(r.getAttribute("none"), "");
+  EXPECT_EQ(std::make_tuple(r.tagName(), r.getAttribute("x:h"), r.getAttribute("none")),
+            std::make_tuple("r", "1", ""));
   EXPECT_FALSE(r.getAttributeNode("none"));
   const XmlNode a = r.getAttributeNode("a");
   r.setAttribute("a", "new \"&<");
   r.setAttribute("b", "2");
   EXPECT_EQ(a.text(), "new \"&<");
   EXPECT_EQ(r.xml(), "<r xmlns:x=\"u\" x:h=\"1\" a=\"new &quot;&amp;&lt;\" b=\"2\"/>");
-  EXPECT_EQ(r.tagName(), "r");
 }
 
 TEST(XmlNodeList, IsASnapshotWithACursor) {
@@ -206,22 +200,19 @@ TEST(XmlNodeList, IsASnapshotWithACursor) {
   int count = 0;
   while (list.nextNode())
     ++count;
-  EXPECT_EQ(count, 6);
+  EXPECT_EQ(count, 6) << "a copy of the list has its own cursor";
   EXPECT_FALSE(list.nextNode()) << "the cursor stays at the end";
   list.reset();
   EXPECT_EQ(list.nextNode().nodeName(), "r");
-  EXPECT_FALSE(list.item(-1));
-  EXPECT_FALSE(list.item(6));
+  EXPECT_FALSE(list.item(-1) || list.item(6));
   const XmlNode p2 = list.item(4);
   doc->documentElement().removeChild(p2);
-  EXPECT_EQ(list.length(), 6);
-  EXPECT_EQ(list.item(4), p2);
+  EXPECT_TRUE(list.length() == 6 && list.item(4) == p2) << "a snapshot keeps removed nodes";
   EXPECT_EQ(doc->getElementsByTagName("m").length(), 2);
   std::vector<XmlNodeList> lists = doc->getElementsByTagNames({"m", "p", "*", "q"});
-  EXPECT_EQ(Names(lists[0]), "m1,m2");
-  EXPECT_EQ(Names(lists[1]), "p1");
-  EXPECT_EQ(Names(lists[2]), "r,p1,m1,m2");
-  EXPECT_EQ(lists[3].length(), 0);
+  EXPECT_EQ(Names(lists[0]) + "/" + Names(lists[1]) + "/" + Names(lists[2]) + "/" +
+                std::to_string(lists[3].length()),
+            "m1,m2/p1/r,p1,m1,m2/0");
 }
 
 TEST(XmlNode, TextNodesStaySeparateAndNodesOutliveTheirDocument) {

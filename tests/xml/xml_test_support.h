@@ -10,6 +10,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 namespace ostin::xml::test_support {
 
@@ -57,6 +58,11 @@ template <class Body> Failure Raised(Body body) {
     return failure;
   }
   return Failure(0, "", "");
+}
+
+// Number, source and description of a failure, to compare as one.
+inline std::tuple<int32_t, std::string, std::string> Said(const Failure& failure) {
+  return {failure.Number, failure.Source, failure.Description};
 }
 
 } // namespace ostin::xml::test_support
