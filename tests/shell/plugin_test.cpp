@@ -42,20 +42,18 @@ protected:
 };
 
 TEST_F(PlugInTest, MenuOffersTwoCommands) {
-  struct Case {
-    int16_t Index;
-    bool Exists;
-    int32_t First;
-  } cases[] = {{0, true, 140}, {1, true, 143}, {2, false, 0}, {-1, false, 0}};
-  for (const Case& c : cases) {
+  // Index, whether the command exists, the id of its menu text (then status text, undo text).
+  const std::tuple<int16_t, bool, int32_t> cases[] = {
+      {0, true, 140}, {1, true, 143}, {2, false, 0}, {-1, false, 0}};
+  for (const auto& [index, exists, first] : cases) {
     std::string item = "x", message = "x", undo = "x";
     bool need = true, useStatus = false, launchable = true, afterInvoke = true, afterDialog = true;
-    EXPECT_EQ(PlugIn.FinalePlugIn_Enumerate(kHwnd, c.Index, item, message, undo, need, useStatus,
+    EXPECT_EQ(PlugIn.FinalePlugIn_Enumerate(kHwnd, index, item, message, undo, need, useStatus,
                                             launchable, afterInvoke, afterDialog),
-              c.Exists);
-    EXPECT_EQ(item, c.Exists ? MessageText(c.First) : "");
-    EXPECT_EQ(message, c.Exists ? MessageText(c.First + 1) : "");
-    EXPECT_EQ(undo, c.Exists ? MessageText(c.First + 2) : "");
+              exists);
+    auto text = [&](int32_t id) { return exists ? MessageText(id) : ""; };
+    EXPECT_EQ(std::tie(item, message, undo),
+              std::make_tuple(text(first), text(first + 1), text(first + 2)));
     EXPECT_TRUE(useStatus);
     EXPECT_FALSE(need || launchable || afterInvoke || afterDialog);
   }
@@ -66,12 +64,10 @@ TEST_F(PlugInTest, MenuOffersTwoCommands) {
 
 TEST_F(PlugInTest, MenuStatusFollowsWhetherTheDocumentHoldsAFrame) {
   OpenData("default-document.json");
-  EXPECT_TRUE(PlugIn.FinalePlugIn_GetMenuStatus(0));
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(1));
+  auto status = [&](int16_t index) { return PlugIn.FinalePlugIn_GetMenuStatus(index); };
+  EXPECT_EQ(std::make_pair(status(0), status(1)), std::make_pair(true, false));
   OpenData("sample.json");
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(0));
-  EXPECT_TRUE(PlugIn.FinalePlugIn_GetMenuStatus(1));
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(2));
+  EXPECT_EQ(std::make_tuple(status(0), status(1), status(2)), std::make_tuple(false, true, false));
   EXPECT_TRUE(User.Messages.empty());
 }
 
@@ -80,8 +76,8 @@ TEST_F(PlugInTest, ExportOfAnEmptyDocumentIsRefused) {
   Init();
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   ASSERT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(User.Messages[0].Text, MessageText(155));
-  EXPECT_EQ(User.Messages[0].Style, platform::kMbOk);
+  EXPECT_EQ(std::tie(User.Messages[0].Text, User.Messages[0].Style),
+            std::make_tuple(MessageText(155), platform::kMbOk));
   EXPECT_TRUE(User.ShownForms.empty());
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 2, 0, 0));
   EXPECT_EQ(User.Messages.size(), 1u);
@@ -112,24 +108,19 @@ TEST_F(PlugInTest, SuggestedFileNameComesFromTheDocumentsName) {
   }
 }
 
-TEST_F(PlugInTest, OkWithAnEmptyNameRunsNoEngine) {
+TEST_F(PlugInTest, AnEmptyNameRunsNothingAndFailuresEndInACriticalMessageBox) {
   OpenData("sample.json");
   Init();
   User.Type("txtFileName", "").Click("cmdOK");
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   EXPECT_TRUE(User.Messages.empty());
   EXPECT_TRUE(HostSim().CallLog.empty()) << "no engine opened an edit";
-}
-
-TEST_F(PlugInTest, FailuresEndInACriticalMessageBox) {
-  OpenData("sample.json");
-  Init();
   // A foreign failure that reaches the operation shows only its own number.
   FileSystemObject::SetAvailableForTests(false);
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   ASSERT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(User.Messages[0].Text, FormatResString(153, {"604"}));
-  EXPECT_EQ(User.Messages[0].Style, platform::kMbIconCritical);
+  EXPECT_EQ(std::tie(User.Messages[0].Text, User.Messages[0].Style),
+            std::make_tuple(FormatResString(153, {"604"}), platform::kMbIconCritical));
   EXPECT_EQ(Err().ErrNumber, 604);
 
   // The program's own failure shows its number less the base, and its words.

@@ -218,25 +218,20 @@ TEST(DocumentTypes, WorkFromAnyFolderTheyAreCopiedTo) {
 
 // Two parts in two measures, the second measure giving its parts in the other order.
 const std::string kTimewiseScore =
-    "<?xml version=\"1.0\"?>\n"
-    "<!DOCTYPE score-timewise PUBLIC \"-//Calvimora//DTD MusicXML 4.0 Timewise//EN\" "
-    "\"timewise.dtd\">\n"
-    "<score-timewise version=\"4.0\">\n"
-    "<movement-title>Two</movement-title>\n"
-    "<part-list><score-part id=\"P1\"><part-name>Flute</part-name></score-part>"
-    "<score-part id=\"P2\"><part-name>Cello</part-name></score-part></part-list>\n"
-    "<measure number=\"0\" implicit=\"yes\" width=\"120\">\n"
-    "<part id=\"P1\"><attributes><divisions>1</divisions></attributes>"
-    "<note><rest/><duration>1</duration></note></part>\n"
-    "<part id=\"P2\"><note><pitch><step>C</step><octave>3</octave></pitch><duration>1</duration>"
-    "</note><barline><bar-style>dashed</bar-style></barline></part>\n"
-    "</measure>\n"
-    "<measure number=\"1\">\n"
-    "<part id=\"P2\"><note><pitch><step>D</step><octave>3</octave></pitch><duration>4</duration>"
-    "</note></part>\n"
-    "<part id=\"P1\"><note><rest measure=\"yes\"/><duration>4</duration></note></part>\n"
-    "</measure>\n"
-    "</score-timewise>\n";
+    "<?xml version=\"1.0\"?>"
+    "\n<!DOCTYPE score-timewise PUBLIC \"-//Calvimora//DTD MusicXML 4.0 Timewise//EN\" "
+    "\"timewise.dtd\">"
+    "\n<score-timewise version=\"4.0\">\n<movement-title>Two</movement-title>\n<part-list>"
+    "<score-part id=\"P1\"><part-name>Flute</part-name></score-part><score-part id=\"P2\">"
+    "<part-name>Cello</part-name></score-part></part-list>"
+    "\n<measure number=\"0\" implicit=\"yes\" width=\"120\">\n<part id=\"P1\"><attributes>"
+    "<divisions>1</divisions></attributes><note><rest/><duration>1</duration></note></part>"
+    "\n<part id=\"P2\"><note><pitch><step>C</step><octave>3</octave></pitch><duration>"
+    "1</duration></note><barline><bar-style>dashed</bar-style></barline></part>\n</measure>"
+    "\n<measure number=\"1\">\n<part id=\"P2\"><note><pitch><step>D</step><octave>3</octave>"
+    "</pitch><duration>4</duration></note></part>\n<part id=\"P1\"><note>"
+    "<rest measure=\"yes\"/><duration>4</duration></note></part>\n</measure>\n</score-timewise>"
+    "\n";
 
 TEST(DocumentTypes, TimewiseScoresValidateAndTurnIntoPartwiseOnes) {
   ASSERT_TRUE(ValidScore(kTimewiseScore));

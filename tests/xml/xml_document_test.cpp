@@ -26,11 +26,11 @@ const std::string kScoreText = "<?xml version=\"1.0\" standalone=\"no\"?>\r\n" +
 // The first error's line, position and source line; the next successful load clears it.
 TEST(XmlParseError, GivesPlaceAndSourceLineOfTheFirstError) {
   const std::tuple<std::string, int32_t, int32_t, std::string> cases[] = {
-      {"<a>\n <b>\n</a>", 3, 5, "</a>"},
-      {"<a>\r\n<b></c>\r\n</a>\r\n", 2, 8, "<b></c>"},
-      {"<a x='1' x='2'/>", 1, 15, "<a x='1' x='2'/>"},
-      {"<a>\n\n  <b c=1/></a>", 3, 8, "  <b c=1/></a>"},
+      // clang-format off
+      {"<a>\n <b>\n</a>", 3, 5, "</a>"}, {"<a>\r\n<b></c>\r\n</a>\r\n", 2, 8, "<b></c>"},
+      {"<a x='1' x='2'/>", 1, 15, "<a x='1' x='2'/>"}, {"<a>\n\n  <b c=1/></a>", 3, 8, "  <b c=1/></a>"},
       {"", 1, 1, ""},
+      // clang-format on
   };
   for (const auto& [text, line, linepos, srcText] : cases) {
     auto doc = XmlDocument::Create();
@@ -101,7 +101,9 @@ TEST(XmlLoad, ValidatesAgainstTheExternalDtdOnlyWhenAskedTo) {
     } else {
       EXPECT_EQ(error.errorCode, code) << name;
     }
-    if (code == Code(0x800C0006)) EXPECT_NE(error.reason.find(".dtd"), std::string::npos);
+    if (code == Code(0x800C0006)) {
+      EXPECT_NE(error.reason.find(".dtd"), std::string::npos) << error.reason;
+    }
   }
 }
 
@@ -180,18 +182,15 @@ TEST(XmlSerialise, LargeDocumentsAreSavedWhole) {
   EXPECT_EQ(TempFolder::Read(path), doc->xml());
 }
 
-TEST(XmlSave, ReplacesTheFileWithTheSerialisedDocument) {
+TEST(XmlSave, ReplacesTheFileAndRefusesReadOnlyFilesAndMissingFolders) {
   TempFolder folder;
-  const std::string path = folder.Write("out.xml", "old content that is longer than the new one");
+  std::string path = folder.Write("out.xml", "old content that is longer than the new one");
   Loaded("<a><b/></a>")->save(path);
   EXPECT_EQ(TempFolder::Read(path), "<a><b/></a>\r\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / ""), {}), 1)
       << "no temporary file is left behind";
-}
-
-TEST(XmlSave, RefusesReadOnlyFilesAndMissingFolders) {
-  TempFolder folder;
-  const std::string path = folder.Write("locked.xml", "keep me");
+  // A read-only file is refused and kept as it was; so is a missing folder.
+  path = folder.Write("locked.xml", "keep me");
   chmod(path.c_str(), 0444);
   auto doc = Loaded("<a/>");
   EXPECT_EQ(Said(Raised([&] { doc->save(path); })),
