@@ -120,12 +120,6 @@ TEST_P(TwinTest, SavedValuesComeBackUncheckedAndAnEmptyDirectoryFallsBack) {
   }
 }
 
-TEST_P(TwinTest, AnUnwritableUserKeyDoesNotStopTheLoad) {
-  Write(Path("config"), "a file where the folder belongs");
-  EXPECT_EQ(T.Make()->LoadErrorNumber(), 0);
-  EXPECT_TRUE(Logged("Could not create registry key: "));
-}
-
 TEST_P(TwinTest, ATypedNameInAMissingFolderKeepsTheDialogOpen) {
   auto form = T.Make();
   User.Type("txtFileName", Path("nowhere/a.xml")).Click("cmdOK").Check([&](auto& shown) {
@@ -196,7 +190,11 @@ TEST_P(TwinTest, AFailureInAClickShowsMessage208) {
             FormatResString(208, {"91", "Object variable or With block variable not set"}));
 }
 
-TEST_P(TwinTest, WithoutScriptingTheLoadStepReportsIt) {
+// An unwritable user key does not stop the load; missing scripting does, and says so.
+TEST_P(TwinTest, OnlyMissingScriptingStopsTheLoadStep) {
+  Write(Path("config"), "a file where the folder belongs");
+  EXPECT_EQ(T.Make()->LoadErrorNumber(), 0);
+  EXPECT_TRUE(Logged("Could not create registry key: "));
   FileSystemObject::SetAvailableForTests(false);
   auto form = T.Make();
   EXPECT_EQ(std::make_tuple(form->LoadErrorNumber(), form->LoadErrorDescription()),

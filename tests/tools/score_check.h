@@ -17,8 +17,7 @@
 
 namespace ostin::testing {
 
-// Runs a program of the build in folder with LANG=C, output to out.txt and err.txt; its exit
-// status, -1 when it did not exit.
+// Runs a program of the build in folder, output to out.txt and err.txt; its exit status.
 inline int RunTool(const std::string& folder, const std::string& command) {
   const std::string line = "cd '" + folder + "' && LANG=C '" + OSTIN_BIN_DIR + "'/" + command +
                            " </dev/null >out.txt 2>err.txt";
