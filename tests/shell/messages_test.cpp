@@ -106,9 +106,8 @@ TEST(MessageTableTest, TranslationsAreCompleteAndKeepPlaceholdersAndAccessKeys) 
     SCOPED_TRACE(row.Id);
     ASSERT_NE(row.Main, nullptr);
     EXPECT_STRNE(row.Main, "");
-    if (row.Id > 213) {
-      EXPECT_EQ(row.German, nullptr);
-      EXPECT_EQ(row.Italian, nullptr);
+    if (row.Id > 213) { // rows only the main table has
+      EXPECT_TRUE(row.German == nullptr && row.Italian == nullptr);
       continue;
     }
     ASSERT_NE(row.German, nullptr);

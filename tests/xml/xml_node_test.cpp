@@ -128,13 +128,11 @@ TEST(XmlNode, InsertsMovesReplacesAndRemovesChildren) {
   EXPECT_EQ(r.replaceChild(doc->createElement("d"), c), c);
   EXPECT_EQ(r.xml(), "<r><d/><a><b/></a></r>");
   EXPECT_EQ(a.removeChild(b), b);
-  EXPECT_FALSE(b.parentNode());
-  EXPECT_FALSE(a.hasChildNodes());
+  EXPECT_FALSE(b.parentNode() || a.hasChildNodes());
   r.firstChild().appendChild(b);
   r.appendChild(c);
   EXPECT_EQ(r.xml(), "<r><d><b/></d><a/><c/></r>");
-  EXPECT_EQ(c.previousSibling(), a);
-  EXPECT_EQ(a.nextSibling(), c);
+  EXPECT_TRUE(c.previousSibling() == a && a.nextSibling() == c);
 }
 
 TEST(XmlNode, RefusesImpossibleInsertions) {
