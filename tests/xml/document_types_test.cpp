@@ -243,11 +243,8 @@ TEST(DocumentTypes, TimewiseScoresValidateAndTurnIntoPartwiseOnes) {
   auto styleSheet = XmlDocument::Create();
   ASSERT_TRUE(styleSheet->load(std::string(OSTIN_DATA_DIR) + "/timepart.xsl"))
       << styleSheet->parseError().reason;
-  auto source = XmlDocument::Create();
-  source->resolveExternals = false;
-  ASSERT_TRUE(source->loadXML(kTimewiseScore));
   auto result = XmlDocument::Create();
-  source->transformNodeToObject(*styleSheet, *result);
+  test_support::Loaded(kTimewiseScore)->transformNodeToObject(*styleSheet, *result);
 
   const XmlNode root = result->documentElement();
   ASSERT_TRUE(root);
@@ -268,10 +265,8 @@ TEST(DocumentTypes, TimewiseScoresValidateAndTurnIntoPartwiseOnes) {
   EXPECT_EQ(found, "P1 0yes120 rest1;P1 1 rest4;P2 0yes120 pitchC31|;P2 1 pitchD34;");
   EXPECT_TRUE(ValidScore(result->xml()));
 
-  // A score already written part by part comes through unchanged.
-  auto partwise = XmlDocument::Create();
-  partwise->resolveExternals = false;
-  ASSERT_TRUE(partwise->loadXML(kExportedScore));
+  // A score already written part by part comes through unchanged, replacing the result's content.
+  auto partwise = test_support::Loaded(kExportedScore);
   partwise->transformNodeToObject(*styleSheet, *result);
   EXPECT_EQ(result->documentElement().xml(), partwise->documentElement().xml());
 }
