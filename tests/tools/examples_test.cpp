@@ -105,8 +105,8 @@ TEST_F(ExamplesTest, EachExampleHoldsWhatItShows) {
     EXPECT_EQ(Field(record, key, field, index), value) << file << " " << record << " " << field;
   }
   OpenData("examples/pickup.json");
-  EXPECT_EQ(FxGetMeasureDuration(1, 1), 1024);
-  EXPECT_EQ(FxGetMeasureDuration(1, 5), 2048);
+  EXPECT_EQ(std::make_pair(FxGetMeasureDuration(1, 1), FxGetMeasureDuration(1, 5)),
+            std::make_pair(1024, 2048));
   OpenData("examples/repeats.json");
   EXPECT_FALSE(Gfhold().Load(1, 6)) << "the rest measures hold no music";
 }
