@@ -140,10 +140,9 @@ TEST_P(TwinTest, ABareFileNamePassesAndEmptiesTheDirectory) {
   form = T.Make();
   User.Type("txtFileName", "song.xml").Click("cmdOK");
   form->Show();
-  EXPECT_TRUE(LeftWithOK(*form) && !form->Visible());
-  EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->DefaultDirectory()),
-            std::make_tuple("song.xml", ""));
-  EXPECT_EQ(StoredDirectory(), "");
+  EXPECT_EQ(std::make_tuple(LeftWithOK(*form), form->Visible(), ChosenFile(*form),
+                            form->DefaultDirectory(), StoredDirectory()),
+            std::make_tuple(true, false, "song.xml", "", ""));
   EXPECT_EQ(T.Make()->DefaultDirectory(), Music);
 }
 
@@ -159,8 +158,7 @@ TEST_P(TwinTest, BrowseCancelAndCancelChangeNothing) {
   expected.InitDir = Music;
   ASSERT_EQ(User.FileDialogs.size(), 2u);
   EXPECT_EQ(Fields(User.FileDialogs[0]), Fields(expected));
-  EXPECT_TRUE(User.Messages.empty());
-  EXPECT_FALSE(LeftWithOK(*form));
+  EXPECT_TRUE(User.Messages.empty() && !LeftWithOK(*form));
   EXPECT_EQ(StoredDirectory(), Music);
 }
 
@@ -170,9 +168,9 @@ TEST_P(TwinTest, ABrowsedNameSkipsTheFolderTestAndTheQuestion) {
     auto form = T.Make();
     User.Click("cmdBrowse").Choose(chosen).Click("cmdOK");
     form->Show();
-    EXPECT_TRUE(LeftWithOK(*form));
-    EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->ControlText("txtFileName")),
-              std::tie(chosen, chosen));
+    EXPECT_EQ(
+        std::make_tuple(LeftWithOK(*form), ChosenFile(*form), form->ControlText("txtFileName")),
+        std::make_tuple(true, chosen, chosen));
   }
   EXPECT_EQ(T.Make()->DefaultDirectory(), Root.string());
   EXPECT_TRUE(User.Messages.empty());
