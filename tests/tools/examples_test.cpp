@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "../support/host_test.h"
 #include "host/handmade_records.h"
 #include "score_check.h"
@@ -57,9 +55,8 @@ TEST_F(ExamplesTest, NotesSoundWhereTheyAreWritten) {
       {"piano.json", 2, 3, 0, {48, 52, 64, 67, 65, 69}}, // clef changes move nothing
       {"transposing.json", 2, 2, 0, {70, 67}},           // concert pitch in F major
       {"transposing.json", 1, 3, 0, {74, 75, 77, 82}}, {"percussion.json", 1, 4, 0, {49}},
-      {"percussion.json", 1, 1, 0, {42, 42, 42, 42, 42, 42, 42, 42}},
-      {"percussion.json", 1, 1, 1, {36, 38, 36, 38}}, {"repeats.json", 1, 1, 0, {74, 78, 81, 78}},
-      {"pickup.json", 1, 4, 0, {68, 64}},                // A minor with a raised seventh
+      {"percussion.json", 1, 1, 0, {42, 42, 42, 42, 42, 42, 42, 42}}, {"repeats.json", 1, 1, 0, {74, 78, 81, 78}},
+      {"percussion.json", 1, 1, 1, {36, 38, 36, 38}}, {"pickup.json", 1, 4, 0, {68, 64}}, // A minor, raised 7th
       // clang-format on
   };
   for (const auto& [file, slot, measure, layer, keys] : cases) {

@@ -103,7 +103,6 @@ TEST_F(ScoreBuilderTest, HeaderReadsBackAsSaved) {
   score.AddMeasure({});
   HostSim().Open(score.Build());
   EXPECT_FALSE(Header().Load()) << "the base document's header is kept";
-
   score.SetHeader({"Étude", "Traditional", "© 2024 Somebody", 2024, 2, 29});
   HostSim().Open(score.Build());
   Header header;

@@ -1,11 +1,10 @@
 #pragma once
-// Reads the host's open document through the bridge as the export does and lists what
-// does not add up: staves without their StaffSpec, keys that name no key, clefs the host
-// has not got, and frames whose entries do not fill their measure. Also runs the tools.
-#include <sys/wait.h>
-
+// Reads the host's open document through the bridge as the export does and lists what does
+// not add up: staves without StaffSpec, keys and clefs the host has not got, frames whose
+// entries do not fill their measure. Also runs the tools.
 #include <cstdlib>
 #include <string>
+#include <sys/wait.h>
 #include <vector>
 
 #include "host/bridge.h"
