@@ -98,6 +98,17 @@ TEST_P(TwinTest, FirstStartCentresOnTheHostAndStoresTheValues) {
                                 RegQueryValueNumber(UserKey(), T.Values[1]), StoredDirectory());
   EXPECT_EQ(stored, std::make_tuple(T.CentredLeft, T.CentredTop, Music));
   EXPECT_TRUE(Logged("Could not open registry key: The system cannot find the file specified."));
+  // Without the machine key every start is a first start, whatever the user's values.
+  std::filesystem::remove(MachineFile());
+  std::filesystem::remove(Path("error.log"));
+  WriteUser(1, 2, Path("saved"));
+  for (int start = 0; start < 2; ++start) {
+    form = T.Make();
+    EXPECT_EQ(std::make_tuple(form->SystemIdentifier(), form->Left, form->DefaultDirectory()),
+              std::make_tuple("", T.CentredLeft, Music));
+    EXPECT_EQ(RegQueryValueNumber(UserKey(), T.Values[0]), T.CentredLeft);
+  }
+  EXPECT_TRUE(Logged("Could not open registry key: The system cannot find the file specified."));
 }
 
 TEST_P(TwinTest, SavedValuesComeBackUncheckedAndAnEmptyDirectoryFallsBack) {
@@ -109,25 +120,6 @@ TEST_P(TwinTest, SavedValuesComeBackUncheckedAndAnEmptyDirectoryFallsBack) {
   }
 }
 
-TEST_P(TwinTest, WithoutTheMachineKeyEveryStartIsAFirstStart) {
-  std::filesystem::remove(MachineFile());
-  WriteUser(1, 2, Path("saved"));
-  for (int start = 0; start < 2; ++start) {
-    auto form = T.Make();
-    EXPECT_EQ(form->SystemIdentifier(), "");
-    EXPECT_EQ(std::make_tuple(form->Left, form->DefaultDirectory()),
-              std::make_tuple(T.CentredLeft, Music));
-    EXPECT_EQ(RegQueryValueNumber(UserKey(), T.Values[0]), T.CentredLeft);
-  }
-  EXPECT_TRUE(Logged("Could not open registry key: The system cannot find the file specified."));
-}
-
-TEST_P(TwinTest, AnUnwritableUserKeyDoesNotStopTheLoad) {
-  Write(Path("config"), "a file where the folder belongs");
-  EXPECT_EQ(T.Make()->LoadErrorNumber(), 0);
-  EXPECT_TRUE(Logged("Could not create registry key: "));
-}
-
 TEST_P(TwinTest, ATypedNameInAMissingFolderKeepsTheDialogOpen) {
   auto form = T.Make();
   User.Type("txtFileName", Path("nowhere/a.xml")).Click("cmdOK").Check([&](auto& shown) {
@@ -135,26 +127,22 @@ TEST_P(TwinTest, ATypedNameInAMissingFolderKeepsTheDialogOpen) {
   });
   form->Show();
   ASSERT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(User.Messages[0].Text, FormatResString(171, {Path("nowhere")}));
-  EXPECT_EQ(User.Messages[0].Style, platform::kMbOk);
+  EXPECT_EQ(std::tie(User.Messages[0].Text, User.Messages[0].Style),
+            std::make_tuple(FormatResString(171, {Path("nowhere")}), platform::kMbOk));
   EXPECT_TRUE(User.ScriptDone());
-}
-
-TEST_P(TwinTest, OKWithoutAnEntryGivesNoFile) {
-  auto form = T.Make();
-  User.Click("cmdOK");
-  form->Show();
-  EXPECT_TRUE(LeftWithOK(*form) && ChosenFile(*form).empty() && User.Messages.empty());
 }
 
 TEST_P(TwinTest, ABareFileNamePassesAndEmptiesTheDirectory) {
   auto form = T.Make();
+  User.Click("cmdOK"); // OK without an entry gives no file
+  form->Show();
+  EXPECT_TRUE(LeftWithOK(*form) && ChosenFile(*form).empty() && User.Messages.empty());
+  form = T.Make();
   User.Type("txtFileName", "song.xml").Click("cmdOK");
   form->Show();
-  EXPECT_TRUE(LeftWithOK(*form) && !form->Visible());
-  EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->DefaultDirectory()),
-            std::make_tuple("song.xml", ""));
-  EXPECT_EQ(StoredDirectory(), "");
+  EXPECT_EQ(std::make_tuple(LeftWithOK(*form), form->Visible(), ChosenFile(*form),
+                            form->DefaultDirectory(), StoredDirectory()),
+            std::make_tuple(true, false, "song.xml", "", ""));
   EXPECT_EQ(T.Make()->DefaultDirectory(), Music);
 }
 
@@ -170,8 +158,7 @@ TEST_P(TwinTest, BrowseCancelAndCancelChangeNothing) {
   expected.InitDir = Music;
   ASSERT_EQ(User.FileDialogs.size(), 2u);
   EXPECT_EQ(Fields(User.FileDialogs[0]), Fields(expected));
-  EXPECT_TRUE(User.Messages.empty());
-  EXPECT_FALSE(LeftWithOK(*form));
+  EXPECT_TRUE(User.Messages.empty() && !LeftWithOK(*form));
   EXPECT_EQ(StoredDirectory(), Music);
 }
 
@@ -181,9 +168,9 @@ TEST_P(TwinTest, ABrowsedNameSkipsTheFolderTestAndTheQuestion) {
     auto form = T.Make();
     User.Click("cmdBrowse").Choose(chosen).Click("cmdOK");
     form->Show();
-    EXPECT_TRUE(LeftWithOK(*form));
-    EXPECT_EQ(std::make_tuple(ChosenFile(*form), form->ControlText("txtFileName")),
-              std::tie(chosen, chosen));
+    EXPECT_EQ(
+        std::make_tuple(LeftWithOK(*form), ChosenFile(*form), form->ControlText("txtFileName")),
+        std::make_tuple(true, chosen, chosen));
   }
   EXPECT_EQ(T.Make()->DefaultDirectory(), Root.string());
   EXPECT_TRUE(User.Messages.empty());
@@ -201,39 +188,34 @@ TEST_P(TwinTest, AFailureInAClickShowsMessage208) {
             FormatResString(208, {"91", "Object variable or With block variable not set"}));
 }
 
-TEST_P(TwinTest, WithoutScriptingTheLoadStepReportsIt) {
+// An unwritable user key does not stop the load; missing scripting does, and says so.
+TEST_P(TwinTest, OnlyMissingScriptingStopsTheLoadStep) {
+  Write(Path("config"), "a file where the folder belongs");
+  EXPECT_EQ(T.Make()->LoadErrorNumber(), 0);
+  EXPECT_TRUE(Logged("Could not create registry key: "));
   FileSystemObject::SetAvailableForTests(false);
   auto form = T.Make();
-  EXPECT_EQ(form->LoadErrorNumber(), T.NoScriptingNumber);
-  EXPECT_EQ(form->LoadErrorDescription(), T.NoScriptingDescription);
+  EXPECT_EQ(std::make_tuple(form->LoadErrorNumber(), form->LoadErrorDescription()),
+            std::tie(T.NoScriptingNumber, T.NoScriptingDescription));
   EXPECT_TRUE(Logged(T.NoScriptingLog));
 }
 
 const std::string kNoObject = "ActiveX component can't create object";
 
-INSTANTIATE_TEST_SUITE_P(
-    Twins, TwinTest,
-    ::testing::Values(Twin{"Import",
-                           [] { return std::unique_ptr<FileDialogForm>(Load<frmImport>()); },
-                           118,
-                           {"ImU", "ImW", "ImOD"},
-                           5388,
-                           4464,
-                           {false, MessageText(134), "XML (*.xml)|*.xml", "xml", "", "", 6148},
-                           Code(0x80040733),
-                           MessageText(215),
-                           "Error 429 starting Windows Scripting: " + kNoObject},
-                      Twin{"Export",
-                           [] { return std::unique_ptr<FileDialogForm>(Load<frmExport>()); },
-                           119,
-                           {"ExU", "ExW", "ExOD"},
-                           5394,
-                           4458,
-                           {true, MessageText(136), "XML (*.xml)|*.xml", "xml", "", "", 32774},
-                           Code(0x80040571),
-                           "MusicXML internal error",
-                           "Exporter form load error 429: " + kNoObject}),
+template <class F> std::unique_ptr<FileDialogForm> Make() {
+  return Load<F>();
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Twins, TwinTest, ::testing::Values(
+    Twin{"Import", Make<frmImport>, 118, {"ImU", "ImW", "ImOD"}, 5388, 4464,
+         {false, MessageText(134), "XML (*.xml)|*.xml", "xml", "", "", 6148},
+         Code(0x80040733), MessageText(215), "Error 429 starting Windows Scripting: " + kNoObject},
+    Twin{"Export", Make<frmExport>, 119, {"ExU", "ExW", "ExOD"}, 5394, 4458,
+         {true, MessageText(136), "XML (*.xml)|*.xml", "xml", "", "", 32774},
+         Code(0x80040571), "MusicXML internal error", "Exporter form load error 429: " + kNoObject}),
     [](const auto& twin) { return twin.param.Name; });
+// clang-format on
 
 TEST_F(DialogTest, OverwritingAnExistingFileNeedsYes) {
   Write(Path("old.xml"), "<old/>");
@@ -248,8 +230,7 @@ TEST_F(DialogTest, OverwritingAnExistingFileNeedsYes) {
     EXPECT_EQ(std::make_tuple(question.Title, question.Style),
               std::make_tuple(MessageText(136), 52));
   }
-  EXPECT_TRUE(form->ExportOK() && !form->Visible());
-  EXPECT_EQ(form->OutputFileName(), Path("old.xml"));
+  EXPECT_TRUE(form->ExportOK() && !form->Visible() && form->OutputFileName() == Path("old.xml"));
 }
 
 TEST_F(DialogTest, ASuggestedNameIsCheckedLikeATypedOne) {
@@ -266,8 +247,8 @@ TEST_F(DialogTest, ASuggestedNameIsCheckedLikeATypedOne) {
     EXPECT_EQ(User.FileDialogs.back().FileName, directory + "/Song");
   }
   ASSERT_EQ(User.Messages.size(), 2u);
-  EXPECT_EQ(User.Messages[0].Title, MessageText(136));
-  EXPECT_EQ(User.Messages[1].Text, FormatResString(171, {Path("gone")}));
+  EXPECT_EQ(std::tie(User.Messages[0].Title, User.Messages[1].Text),
+            std::make_tuple(MessageText(136), FormatResString(171, {Path("gone")})));
 }
 
 TEST_F(DialogTest, CenterFormKeepsTheFormOnTheScreen) {

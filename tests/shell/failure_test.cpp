@@ -22,65 +22,51 @@ void Outer(const std::function<void()>& body) {
 }
 
 TEST_F(FailureTest, HandlerRoads) {
-  struct Case {
-    std::string Name;
-    std::function<void()> Body;
-    int32_t Number;
-    std::string Description;
-    std::string Logged;
-  };
+  // What is checked, the body, the number and description that come out, the log line.
+  using Case = std::tuple<std::string, std::function<void()>, int32_t, std::string, std::string>;
   const Case cases[] = {
-      {"own failure passes up unchanged",
-       [] { throw Failure(Code(0x80040555), "FinalePlugIn", "words for the user"); },
+      // clang-format off
+      {"own failure passes up unchanged", [] { throw Failure(Code(0x80040555), "FinalePlugIn", "words for the user"); },
        Code(0x80040555), "words for the user", ""},
-      {"foreign failure becomes the deepest operation's own",
-       [] { throw Failure(0x1234, "msxml3.dll", "broken"); }, kInner, "MusicXML internal error",
-       "Test Inner error 4660: broken"},
-      {"a C++ exception is a foreign failure", [] { throw std::runtime_error("oops"); }, kInner,
-       "MusicXML internal error", "Test Inner error -2147467259: oops"},
+      {"foreign failure becomes the deepest operation's own", [] { throw Failure(0x1234, "msxml3.dll", "broken"); },
+       kInner, "MusicXML internal error", "Test Inner error 4660: broken"},
+      {"a C++ exception is a foreign failure", [] { throw std::runtime_error("oops"); },
+       kInner, "MusicXML internal error", "Test Inner error -2147467259: oops"},
+      // clang-format on
   };
-  for (const Case& c : cases) {
+  for (const auto& [name, body, number, description, logged] : cases) {
     std::filesystem::remove(Path("error.log"));
     try {
-      Outer(c.Body);
-      ADD_FAILURE() << c.Name;
+      Outer(body);
+      ADD_FAILURE() << name;
     } catch (const Failure& failure) {
-      EXPECT_EQ(failure.Number, c.Number) << c.Name;
-      EXPECT_EQ(failure.Source, "FinalePlugIn") << c.Name;
-      EXPECT_EQ(failure.Description, c.Description) << c.Name;
+      EXPECT_EQ(std::tie(failure.Number, failure.Source, failure.Description),
+                std::make_tuple(number, "FinalePlugIn", description))
+          << name;
     }
     std::string log = Log();
-    if (c.Logged.empty()) {
-      EXPECT_EQ(log, "") << c.Name;
+    if (logged.empty()) {
+      EXPECT_EQ(log, "") << name;
     } else {
-      EXPECT_NE(log.find(c.Logged), std::string::npos) << log;
+      EXPECT_NE(log.find(logged), std::string::npos) << log;
       EXPECT_EQ(log.find("Test Outer"), std::string::npos) << "logged once, at the deepest";
       EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;
     }
     // The registers hold what the outermost handler saw.
-    EXPECT_EQ(Err().ErrNumber, c.Number) << c.Name;
+    EXPECT_EQ(Err().ErrNumber, number) << name;
   }
 }
 
-TEST_F(FailureTest, GuardedGivesTheBodysResult) {
+TEST_F(FailureTest, GuardedGivesTheBodysResultAndLoggingNeverRaises) {
   EXPECT_EQ(Guarded("x ", 1, [] { return 42; }), 42);
-}
-
-TEST_F(FailureTest, LogLinesFoldLineBreaks) {
   WriteLog("first\r\nsecond\nthird");
-  std::string log = Log();
-  EXPECT_NE(log.find("Error: first / second / third\n"), std::string::npos) << log;
-}
-
-TEST_F(FailureTest, LoggerStartedBeforeThePathIsSetKeepsNoFile) {
+  EXPECT_NE(Log().find("Error: first / second / third\n"), std::string::npos) << Log();
+  // A logger started before its path is set keeps no file; a path in no folder raises nothing.
   ResetLogForTests();
   WriteLog("before the path");
   SetLogPath(Path("late.log"));
   WriteLog("after the path");
   EXPECT_FALSE(std::filesystem::exists(Path("late.log")));
-}
-
-TEST_F(FailureTest, LoggingNeverRaises) {
   ResetLogForTests();
   SetLogPath(Path("no-such-folder/error.log"));
   EXPECT_NO_THROW(WriteLog("lost"));

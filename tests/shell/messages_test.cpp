@@ -20,32 +20,21 @@ protected:
   void TearDown() override { SetLanguage(kLanguageMain); }
 };
 
-struct FormatCase {
-  const char* Name;
-  std::string Text;
-  std::vector<std::string> Args;
-  std::string Expected;
-};
-
 TEST_F(MessagesTest, FormatStringFillsPlaceholdersInTurn) {
-  const FormatCase cases[] = {
-      {"fewer arguments than placeholders",
-       "Zeile %1, Position %2: %3",
-       {"4"},
-       "Zeile 4, Position %2: %3"},
-      {"a missing placeholder stops the rest", "a %1 b %3", {"x", "y", "z"}, "a x b %3"},
-      {"the same placeholder twice",
-       "Bogen %1 in Takt %2, vor Bogen %1",
-       {"7", "3"},
-       "Bogen 7 in Takt 3, vor Bogen 7"},
-      {"an argument is filled in its turn", "%1 / %2", {"<%2>", "two"}, "<two> / two"},
-      {"an argument holding its own placeholder", "[%1]", {"%1%1"}, "[%1%1]"},
-      {"no arguments", "Version %1.%2.%3", {}, "Version %1.%2.%3"},
-      {"an empty text", "", {"x"}, ""},
-      {"a plain replace also hits the start of %10", "%10", {"a"}, "a0"},
+  // Text, arguments, result.
+  const std::tuple<std::string, std::vector<std::string>, std::string> cases[] = {
+      // clang-format off
+      {"Zeile %1, Position %2: %3", {"4"}, "Zeile 4, Position %2: %3"}, // fewer arguments
+      {"a %1 b %3", {"x", "y", "z"}, "a x b %3"}, // a missing placeholder stops the rest
+      {"Bogen %1 in Takt %2, vor Bogen %1", {"7", "3"}, "Bogen 7 in Takt 3, vor Bogen 7"},
+      {"%1 / %2", {"<%2>", "two"}, "<two> / two"}, // an argument is filled in its turn
+      {"[%1]", {"%1%1"}, "[%1%1]"},                // an argument holding its own placeholder
+      {"Version %1.%2.%3", {}, "Version %1.%2.%3"}, {"", {"x"}, ""},
+      {"%10", {"a"}, "a0"}, // a plain replace also hits the start of %10
+      // clang-format on
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(FormatString(c.Text, c.Args), c.Expected) << c.Name;
+  for (const auto& [text, args, expected] : cases) {
+    EXPECT_EQ(FormatString(text, args), expected) << text;
   }
 }
 
@@ -57,39 +46,27 @@ TEST_F(MessagesTest, FormatResStringFillsTheRunningLanguagesText) {
             "MusicXML-Fehler -2147220143: MusicXML internal error");
 }
 
-struct TextCase {
-  int32_t Language;
-  int32_t Id;
-  std::string Expected;
-};
-
 TEST_F(MessagesTest, MessageTextReadsTheRunningLanguagesTable) {
-  const TextCase cases[] = {
-      {kLanguageMain, 151, "Ostin Light for Finale error %1:"},
-      {kLanguageGerman, 151, "Ostin Light für Finale Fehler %1:"},
-      {kLanguageItalian, 151, "Errore %1 di Ostin Light per Finale:"},
-      {kLanguageMain, 149, "Untitled"},
-      {kLanguageGerman, 149, "Unbenannt"},
-      {kLanguageItalian, 149, "Senza titolo"},
-      {kLanguageMain, 185, "MusicXML экспорт прерван"},
-      {kLanguageGerman, 185, "MusicXML-Export abgebrochen"},
-      {kLanguageItalian, 185, "Esportazione MusicXML interrotta"},
-      {kLanguageMain, 167, "файл  MuseData и не файл MusicXML."},
-      {kLanguageMain, 166, "Ошибка чтения MuseData. Проверьте, что вы читаете "},
-      {kLanguageGerman, 161, "Zugriff verweitert auf XML-Datei"},
-      {kLanguageGerman, 106, "&Durchsuchen..."},
+  constexpr int32_t M = kLanguageMain, G = kLanguageGerman, I = kLanguageItalian;
+  const std::tuple<int32_t, int32_t, std::string> cases[] = {
+      // clang-format off
+      {M, 151, "Ostin Light for Finale error %1:"}, {G, 151, "Ostin Light für Finale Fehler %1:"},
+      {I, 151, "Errore %1 di Ostin Light per Finale:"},
+      {M, 149, "Untitled"}, {G, 149, "Unbenannt"}, {I, 149, "Senza titolo"},
+      {M, 185, "MusicXML экспорт прерван"}, {G, 185, "MusicXML-Export abgebrochen"},
+      {I, 185, "Esportazione MusicXML interrotta"},
+      {M, 167, "файл  MuseData и не файл MusicXML."},
+      {M, 166, "Ошибка чтения MuseData. Проверьте, что вы читаете "},
+      {G, 161, "Zugriff verweitert auf XML-Datei"}, {G, 106, "&Durchsuchen..."},
       // Rows that only the main table has.
-      {kLanguageGerman, 215, "MusicXML требует Windows Scripting 5.6 или позже"},
-      {kLanguageItalian, 225, "Не выбраны файлы MuseData."},
+      {G, 215, "MusicXML требует Windows Scripting 5.6 или позже"}, {I, 225, "Не выбраны файлы MuseData."},
       // Ids without a row.
-      {kLanguageMain, 100, ""},
-      {kLanguageMain, 115, ""},
-      {kLanguageGerman, 156, ""},
-      {kLanguageItalian, 226, ""},
+      {M, 100, ""}, {M, 115, ""}, {G, 156, ""}, {I, 226, ""},
+      // clang-format on
   };
-  for (const auto& c : cases) {
-    SetLanguage(c.Language);
-    EXPECT_EQ(MessageText(c.Id), c.Expected) << c.Language << " " << c.Id;
+  for (const auto& [language, id, expected] : cases) {
+    SetLanguage(language);
+    EXPECT_EQ(MessageText(id), expected) << language << " " << id;
   }
 }
 
@@ -129,9 +106,8 @@ TEST(MessageTableTest, TranslationsAreCompleteAndKeepPlaceholdersAndAccessKeys) 
     SCOPED_TRACE(row.Id);
     ASSERT_NE(row.Main, nullptr);
     EXPECT_STRNE(row.Main, "");
-    if (row.Id > 213) {
-      EXPECT_EQ(row.German, nullptr);
-      EXPECT_EQ(row.Italian, nullptr);
+    if (row.Id > 213) { // rows only the main table has
+      EXPECT_TRUE(row.German == nullptr && row.Italian == nullptr);
       continue;
     }
     ASSERT_NE(row.German, nullptr);
@@ -146,69 +122,42 @@ TEST(MessageTableTest, TranslationsAreCompleteAndKeepPlaceholdersAndAccessKeys) 
   }
 }
 
-// Sets an environment variable for the life of the object, or unsets it for nullptr.
-class ScopedEnv {
-public:
-  ScopedEnv(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old;
-    Set(value);
-  }
-  ~ScopedEnv() { Set(old_ ? old_->c_str() : nullptr); }
-  ScopedEnv(const ScopedEnv&) = delete;
-  ScopedEnv& operator=(const ScopedEnv&) = delete;
-
-private:
-  void Set(const char* value) {
-    if (value != nullptr) {
-      setenv(name_, value, 1);
-    } else {
-      unsetenv(name_);
-    }
-  }
-  const char* name_;
-  std::optional<std::string> old_;
-};
-
-struct EnvCase {
-  const char* LcAll;
-  const char* LcMessages;
-  const char* Lang;
-  int32_t Expected;
-};
-
+// The locale variables of each row in turn, each unset for nullptr; the old values come back.
 TEST(LanguageTest, LanguageFromEnvironmentTakesTheFirstLocaleSet) {
-  const EnvCase cases[] = {
-      {"de_DE.UTF-8", nullptr, nullptr, kLanguageGerman},
-      {nullptr, nullptr, "it_IT.UTF-8", kLanguageItalian},
-      {"", "it_CH", "de_DE", kLanguageItalian},
-      {"en_US.UTF-8", "de_DE", "it_IT", kLanguageMain},
-      {nullptr, nullptr, "ru_RU.UTF-8", kLanguageMain},
-      {nullptr, nullptr, "C", kLanguageMain},
-      {nullptr, nullptr, nullptr, kLanguageMain},
+  const char* names[] = {"LC_ALL", "LC_MESSAGES", "LANG"};
+  std::optional<std::string> old[3];
+  for (int i = 0; i < 3; ++i)
+    if (const char* value = std::getenv(names[i])) old[i] = value;
+  auto set = [&](int i, const char* value) {
+    value ? setenv(names[i], value, 1) : unsetenv(names[i]);
   };
-  for (const auto& c : cases) {
-    ScopedEnv lcAll("LC_ALL", c.LcAll);
-    ScopedEnv lcMessages("LC_MESSAGES", c.LcMessages);
-    ScopedEnv lang("LANG", c.Lang);
-    EXPECT_EQ(LanguageFromEnvironment(), c.Expected)
-        << (c.LcAll ? c.LcAll : "-") << " " << (c.LcMessages ? c.LcMessages : "-") << " "
-        << (c.Lang ? c.Lang : "-");
+  const std::tuple<const char*, const char*, const char*, int32_t> cases[] = {
+      // clang-format off
+      {"de_DE.UTF-8", nullptr, nullptr, kLanguageGerman}, {nullptr, nullptr, "it_IT.UTF-8", kLanguageItalian},
+      {"", "it_CH", "de_DE", kLanguageItalian}, {"en_US.UTF-8", "de_DE", "it_IT", kLanguageMain},
+      {nullptr, nullptr, "ru_RU.UTF-8", kLanguageMain}, {nullptr, nullptr, "C", kLanguageMain},
+      {nullptr, nullptr, nullptr, kLanguageMain},
+      // clang-format on
+  };
+  for (const auto& [lcAll, lcMessages, lang, expected] : cases) {
+    set(0, lcAll);
+    set(1, lcMessages);
+    set(2, lang);
+    EXPECT_EQ(LanguageFromEnvironment(), expected)
+        << (lcAll ? lcAll : "-") << " " << (lcMessages ? lcMessages : "-") << " "
+        << (lang ? lang : "-");
   }
+  for (int i = 0; i < 3; ++i)
+    set(i, old[i] ? old[i]->c_str() : nullptr);
 }
 
 TEST(LanguageTest, LanguageFromNameKnowsCodesAndNumbers) {
   const std::pair<const char*, int32_t> cases[] = {
-      {"ru", kLanguageMain},
-      {"en", kLanguageMain},
-      {"main", kLanguageMain},
-      {"1031", kLanguageGerman},
-      {"de", kLanguageGerman},
-      {"it", kLanguageItalian},
-      {"de_DE", 0},
-      {"fr", 0},
-      {"", 0},
+      // clang-format off
+      {"ru", kLanguageMain}, {"en", kLanguageMain}, {"main", kLanguageMain}, {"1031", kLanguageGerman},
+      {"de", kLanguageGerman}, {"it", kLanguageItalian}, {"de_DE", 0}, {"fr", 0}, {"", 0},
+      // clang-format on
   };
-
   for (const auto& [name, expected] : cases) {
     EXPECT_EQ(LanguageFromName(name), expected) << name;
   }

@@ -42,20 +42,18 @@ protected:
 };
 
 TEST_F(PlugInTest, MenuOffersTwoCommands) {
-  struct Case {
-    int16_t Index;
-    bool Exists;
-    int32_t First;
-  } cases[] = {{0, true, 140}, {1, true, 143}, {2, false, 0}, {-1, false, 0}};
-  for (const Case& c : cases) {
+  // Index, whether the command exists, the id of its menu text (then status text, undo text).
+  const std::tuple<int16_t, bool, int32_t> cases[] = {
+      {0, true, 140}, {1, true, 143}, {2, false, 0}, {-1, false, 0}};
+  for (const auto& [index, exists, first] : cases) {
     std::string item = "x", message = "x", undo = "x";
     bool need = true, useStatus = false, launchable = true, afterInvoke = true, afterDialog = true;
-    EXPECT_EQ(PlugIn.FinalePlugIn_Enumerate(kHwnd, c.Index, item, message, undo, need, useStatus,
+    EXPECT_EQ(PlugIn.FinalePlugIn_Enumerate(kHwnd, index, item, message, undo, need, useStatus,
                                             launchable, afterInvoke, afterDialog),
-              c.Exists);
-    EXPECT_EQ(item, c.Exists ? MessageText(c.First) : "");
-    EXPECT_EQ(message, c.Exists ? MessageText(c.First + 1) : "");
-    EXPECT_EQ(undo, c.Exists ? MessageText(c.First + 2) : "");
+              exists);
+    auto text = [&](int32_t id) { return exists ? MessageText(id) : ""; };
+    EXPECT_EQ(std::tie(item, message, undo),
+              std::make_tuple(text(first), text(first + 1), text(first + 2)));
     EXPECT_TRUE(useStatus);
     EXPECT_FALSE(need || launchable || afterInvoke || afterDialog);
   }
@@ -66,12 +64,10 @@ TEST_F(PlugInTest, MenuOffersTwoCommands) {
 
 TEST_F(PlugInTest, MenuStatusFollowsWhetherTheDocumentHoldsAFrame) {
   OpenData("default-document.json");
-  EXPECT_TRUE(PlugIn.FinalePlugIn_GetMenuStatus(0));
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(1));
+  auto status = [&](int16_t index) { return PlugIn.FinalePlugIn_GetMenuStatus(index); };
+  EXPECT_EQ(std::make_pair(status(0), status(1)), std::make_pair(true, false));
   OpenData("sample.json");
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(0));
-  EXPECT_TRUE(PlugIn.FinalePlugIn_GetMenuStatus(1));
-  EXPECT_FALSE(PlugIn.FinalePlugIn_GetMenuStatus(2));
+  EXPECT_EQ(std::make_tuple(status(0), status(1), status(2)), std::make_tuple(false, true, false));
   EXPECT_TRUE(User.Messages.empty());
 }
 
@@ -80,8 +76,8 @@ TEST_F(PlugInTest, ExportOfAnEmptyDocumentIsRefused) {
   Init();
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   ASSERT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(User.Messages[0].Text, MessageText(155));
-  EXPECT_EQ(User.Messages[0].Style, platform::kMbOk);
+  EXPECT_EQ(std::tie(User.Messages[0].Text, User.Messages[0].Style),
+            std::make_tuple(MessageText(155), platform::kMbOk));
   EXPECT_TRUE(User.ShownForms.empty());
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 2, 0, 0));
   EXPECT_EQ(User.Messages.size(), 1u);
@@ -90,54 +86,41 @@ TEST_F(PlugInTest, ExportOfAnEmptyDocumentIsRefused) {
 TEST_F(PlugInTest, SuggestedFileNameComesFromTheDocumentsName) {
   OpenData("sample.json");
   Init();
-  struct Case {
-    int32_t Year;
-    std::string Title;
-    std::string Suggested; // empty: the text box holds the directory alone
-  } cases[] = {
-      {2002, "Finale 2002 - [Song.mus]", "Song.xml"},
-      {2002, "Finale 2002 - [Song]", "Song.xml"},
-      {2002, "Finale 2002", ""},
-      {2002, "Finale 2002 - [Untitled 3]", ""},
-      {2004, "ignored", "sample.xml"},
+  // Host year, window title, suggested name (empty: the text box holds the directory alone).
+  const std::tuple<int32_t, std::string, std::string> cases[] = {
+      // clang-format off
+      {2002, "Finale 2002 - [Song.mus]", "Song.xml"}, {2002, "Finale 2002 - [Song]", "Song.xml"},
+      {2002, "Finale 2002", ""}, {2002, "Finale 2002 - [Untitled 3]", ""},
+      {2004, "ignored", "sample.xml"}, {2004, "untitled", ""}, // the last: a later host's untitled
+      // clang-format on
   };
-  for (const Case& c : cases) {
-    HostSim().VersionOption = c.Year;
-    User.HostTitle = c.Title;
-    std::string expected =
-        c.Suggested.empty()
-            ? PlugIn.ExportDialog().DefaultDirectory()
-            : FileSystemObject().BuildPath(PlugIn.ExportDialog().DefaultDirectory(), c.Suggested);
-    EXPECT_EQ(SuggestedText(), expected) << c.Title;
+  for (const auto& [year, title, suggested] : cases) {
+    HostSim().VersionOption = year;
+    User.HostTitle = title;
+    if (title == "untitled") {
+      HostSim().Doc().Path.clear();
+      HostSim().Doc().Title = "Untitled 1";
+    }
+    const std::string directory = PlugIn.ExportDialog().DefaultDirectory();
+    EXPECT_EQ(SuggestedText(),
+              suggested.empty() ? directory : FileSystemObject().BuildPath(directory, suggested))
+        << title;
   }
 }
 
-TEST_F(PlugInTest, UntitledDocumentOfALaterHostSuggestsNothing) {
-  OpenData("sample.json");
-  HostSim().Doc().Path.clear();
-  HostSim().Doc().Title = "Untitled 1";
-  Init();
-  EXPECT_EQ(SuggestedText(), PlugIn.ExportDialog().DefaultDirectory());
-}
-
-TEST_F(PlugInTest, OkWithAnEmptyNameRunsNoEngine) {
+TEST_F(PlugInTest, AnEmptyNameRunsNothingAndFailuresEndInACriticalMessageBox) {
   OpenData("sample.json");
   Init();
   User.Type("txtFileName", "").Click("cmdOK");
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   EXPECT_TRUE(User.Messages.empty());
   EXPECT_TRUE(HostSim().CallLog.empty()) << "no engine opened an edit";
-}
-
-TEST_F(PlugInTest, FailuresEndInACriticalMessageBox) {
-  OpenData("sample.json");
-  Init();
   // A foreign failure that reaches the operation shows only its own number.
   FileSystemObject::SetAvailableForTests(false);
   EXPECT_FALSE(PlugIn.FinalePlugIn_Invoke(kHwnd, 1, 0, 0));
   ASSERT_EQ(User.Messages.size(), 1u);
-  EXPECT_EQ(User.Messages[0].Text, FormatResString(153, {"604"}));
-  EXPECT_EQ(User.Messages[0].Style, platform::kMbIconCritical);
+  EXPECT_EQ(std::tie(User.Messages[0].Text, User.Messages[0].Style),
+            std::make_tuple(FormatResString(153, {"604"}), platform::kMbIconCritical));
   EXPECT_EQ(Err().ErrNumber, 604);
 
   // The program's own failure shows its number less the base, and its words.

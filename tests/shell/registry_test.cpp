@@ -19,28 +19,19 @@ protected:
 
 TEST_F(RegistryTest, SystemErrorsAreLoggedAndRaisedWithTheirOwnNumbers) {
   const std::tuple<std::function<void()>, int32_t, std::string> cases[] = {
-      {[] { RegOpenKey(kHkeyCurrentUser, "Software\\Other", kKeyRead); }, kRegOpenKeyFailed,
-       "Could not open registry key: The system cannot find the file specified."},
-      {[] { RegCreateKey(kHkeyLocalMachine, kRegistryKey, kKeyWrite); }, kRegCreateKeyFailed,
-       "Could not create registry key: The system cannot find the path specified."},
-      {[] { RegCloseKey(999); }, kRegCloseKeyFailed,
-       "Could not close registry key: The handle is invalid."},
-      {[] { RegQueryValueNumber(UserKey(), "ImW"); }, kRegValueMissing,
-       "Could not read missing registry value ImW"},
-      {[] { RegQueryValueString(UserKey(), "ExOD"); }, kRegValueMissing,
-       "Could not read missing registry value ExOD"},
-      {[] { RegQueryValueNumber(UserKey(), "ImOD"); }, kRegQueryNumberFailed,
-       "Could not read string registry key ImOD: The data is invalid."},
-      {[] { RegQueryValueNumber(UserKey(), "Bad"); }, kRegQueryNumberFailed,
-       "Could not read string registry key Bad: The data is invalid."},
-      {[] { RegQueryValueString(UserKey(), "ImU"); }, kRegQueryStringFailed,
-       "Could not read string registry value ImU: The data is invalid."},
-      {[] { RegQueryValueString(UserKey(), "Long"); }, kRegQueryStringFailed,
-       "Could not read string registry value Long: More data is available."},
-      {[] { RegSetValueNumber(UserKey(), "ImU", 1); }, kRegSetNumberFailed,
-       "Could not set numeric registry value ImU: Access is denied."},
-      {[] { RegSetValueString(UserKey(), "ImOD", "y"); }, kRegSetStringFailed,
-       "Could not set string registry value ImOD: Access is denied."},
+      // clang-format off
+      {[] { RegOpenKey(kHkeyCurrentUser, "Software\\Other", kKeyRead); }, kRegOpenKeyFailed, "Could not open registry key: The system cannot find the file specified."},
+      {[] { RegCreateKey(kHkeyLocalMachine, kRegistryKey, kKeyWrite); }, kRegCreateKeyFailed, "Could not create registry key: The system cannot find the path specified."},
+      {[] { RegCloseKey(999); }, kRegCloseKeyFailed, "Could not close registry key: The handle is invalid."},
+      {[] { RegQueryValueNumber(UserKey(), "ImW"); }, kRegValueMissing, "Could not read missing registry value ImW"},
+      {[] { RegQueryValueString(UserKey(), "ExOD"); }, kRegValueMissing, "Could not read missing registry value ExOD"},
+      {[] { RegQueryValueNumber(UserKey(), "ImOD"); }, kRegQueryNumberFailed, "Could not read string registry key ImOD: The data is invalid."},
+      {[] { RegQueryValueNumber(UserKey(), "Bad"); }, kRegQueryNumberFailed, "Could not read string registry key Bad: The data is invalid."},
+      {[] { RegQueryValueString(UserKey(), "ImU"); }, kRegQueryStringFailed, "Could not read string registry value ImU: The data is invalid."},
+      {[] { RegQueryValueString(UserKey(), "Long"); }, kRegQueryStringFailed, "Could not read string registry value Long: More data is available."},
+      {[] { RegSetValueNumber(UserKey(), "ImU", 1); }, kRegSetNumberFailed, "Could not set numeric registry value ImU: Access is denied."},
+      {[] { RegSetValueString(UserKey(), "ImOD", "y"); }, kRegSetStringFailed, "Could not set string registry value ImOD: Access is denied."},
+      // clang-format on
   };
   Write(UserFile(), kTestKeySection + ("ImU=dword:5\nImOD=sz:x\nBad=dword:12ab\nLong=sz:" +
                                        std::string(1100, 'a')));
@@ -59,19 +50,7 @@ TEST_F(RegistryTest, SystemErrorsAreLoggedAndRaisedWithTheirOwnNumbers) {
   }
 }
 
-TEST_F(RegistryTest, ValuesComeBackAsWritten) {
-  RegKey key = RegCreateKey(kHkeyCurrentUser, kRegistryKey, kKeyWrite);
-  for (int32_t number : {0, 1234, -1, INT_MIN, INT_MAX}) {
-    RegSetValueNumber(key, "N", number);
-    EXPECT_EQ(RegQueryValueNumber(UserKey(), "N"), number);
-  }
-  for (std::string text : {"", "C:\\Music\\", "trailing blanks  ", "Ünïcode/Päth"}) {
-    RegSetValueString(key, "S", text);
-    EXPECT_EQ(RegQueryValueString(UserKey(), "S"), text);
-  }
-}
-
-TEST_F(RegistryTest, WritesReplaceTheFileAndKeepEverythingElse) {
+TEST_F(RegistryTest, WritesReplaceTheFileKeepTheRestAndComeBackAsWritten) {
   const std::string other = "[Other\\Key]\nKeep=sz:yes\n\n" + std::string(kTestKeySection);
   Write(UserFile(), other + "imu=dword:1\n");
   RegKey key = RegCreateKey(kHkeyCurrentUser, kRegistryKey, kKeyWrite);
@@ -80,6 +59,15 @@ TEST_F(RegistryTest, WritesReplaceTheFileAndKeepEverythingElse) {
   EXPECT_EQ(Read(UserFile()), other + "imu=dword:7\nImOD=sz:d\n");
   auto files = std::distance(std::filesystem::directory_iterator(Root / "config/ostinlight"), {});
   EXPECT_EQ(files, 1) << "a temporary file stayed behind";
+  // Values come back as written, the extremes included.
+  for (int32_t number : {0, 1234, -1, INT_MIN, INT_MAX}) {
+    RegSetValueNumber(key, "N", number);
+    EXPECT_EQ(RegQueryValueNumber(UserKey(), "N"), number);
+  }
+  for (std::string text : {"", "C:\\Music\\", "trailing blanks  ", "Ünïcode/Päth"}) {
+    RegSetValueString(key, "S", text);
+    EXPECT_EQ(RegQueryValueString(UserKey(), "S"), text);
+  }
 }
 
 TEST_F(RegistryTest, MachineFileAsTheBuildWritesIt) {

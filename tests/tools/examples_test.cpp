@@ -1,9 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <sys/wait.h>
-
 #include "../support/host_test.h"
 #include "host/handmade_records.h"
 #include "score_check.h"
@@ -16,8 +12,6 @@ using testing::HostTest;
 
 class ExamplesTest : public HostTest {
 protected:
-  static std::string ExamplePath(const std::string& name) { return DataFile("examples/" + name); }
-
   // MIDI keys of the notes of a layer, entry by entry, as the host plays them.
   static std::vector<int> Midi(int16_t slot, int16_t measure, int16_t layer) {
     std::vector<int> keys;
@@ -54,39 +48,27 @@ TEST_F(ExamplesTest, ShippedExamplesAreCurrentAndConsistent) {
 }
 
 TEST_F(ExamplesTest, NotesSoundWhereTheyAreWritten) {
-  struct Case {
-    const char* File;
-    int16_t Slot, Measure, Layer;
-    std::vector<int> Keys;
-  } cases[] = {
-      {"piano.json", 1, 1, 0, {76, 74, 72, 76}},
-      {"piano.json", 1, 1, 1, {67, 69}},
+  const std::tuple<const char*, int16_t, int16_t, int16_t, std::vector<int>> cases[] = {
+      // clang-format off
+      {"piano.json", 1, 1, 0, {76, 74, 72, 76}}, {"piano.json", 1, 1, 1, {67, 69}},
       {"piano.json", 1, 5, 0, {71, 69, 67, 66}},         // G major: F sharp from the key
       {"piano.json", 2, 3, 0, {48, 52, 64, 67, 65, 69}}, // clef changes move nothing
       {"transposing.json", 2, 2, 0, {70, 67}},           // concert pitch in F major
-      {"transposing.json", 1, 3, 0, {74, 75, 77, 82}},
-      {"percussion.json", 1, 1, 0, {42, 42, 42, 42, 42, 42, 42, 42}},
-      {"percussion.json", 1, 1, 1, {36, 38, 36, 38}},
-      {"percussion.json", 1, 4, 0, {49}},
-      {"repeats.json", 1, 1, 0, {74, 78, 81, 78}},
-      {"pickup.json", 1, 4, 0, {68, 64}}, // A minor with a raised seventh
+      {"transposing.json", 1, 3, 0, {74, 75, 77, 82}}, {"percussion.json", 1, 4, 0, {49}},
+      {"percussion.json", 1, 1, 0, {42, 42, 42, 42, 42, 42, 42, 42}}, {"repeats.json", 1, 1, 0, {74, 78, 81, 78}},
+      {"percussion.json", 1, 1, 1, {36, 38, 36, 38}}, {"pickup.json", 1, 4, 0, {68, 64}}, // A minor, raised 7th
+      // clang-format on
   };
-  for (const Case& c : cases) {
-    OpenData(std::string("examples/") + c.File);
-    EXPECT_EQ(Midi(c.Slot, c.Measure, c.Layer), c.Keys)
-        << c.File << " slot " << c.Slot << " measure " << c.Measure << " layer " << c.Layer;
+  for (const auto& [file, slot, measure, layer, keys] : cases) {
+    OpenData(std::string("examples/") + file);
+    EXPECT_EQ(Midi(slot, measure, layer), keys) << file << " " << slot << " " << measure << layer;
   }
 }
 
 TEST_F(ExamplesTest, EachExampleHoldsWhatItShows) {
-  struct Case {
-    const char* File;
-    const char* Class;
-    sim::RecordKey Key;
-    const char* Field;
-    size_t Index;
-    int32_t Value;
-  } cases[] = {
+  // File, record class and key, field and index, value.
+  using Case = std::tuple<const char*, const char*, sim::RecordKey, const char*, size_t, int32_t>;
+  const Case cases[] = {
       {"piano.json", "GroupSpec", {0, 1, 0}, "BracketID", 0, 3},
       {"piano.json", "Gfhold", {1, 1, 0}, "Frame", 1, 2},    // a second layer
       {"piano.json", "Gfhold", {2, 3, 0}, "Flag", 0, 0x400}, // clefs inside the measure
@@ -115,57 +97,50 @@ TEST_F(ExamplesTest, EachExampleHoldsWhatItShows) {
       {"pickup.json", "MeasureSpec", {1, 0, 0}, "DispBeats", 0, 3},
       {"pickup.json", "MeasNumberRegion", {1, 0, 0}, "StartMeas", 0, 2},
   };
-  for (const Case& c : cases) {
-    OpenData(std::string("examples/") + c.File);
-    EXPECT_EQ(Field(c.Class, c.Key, c.Field, c.Index), c.Value)
-        << c.File << " " << c.Class << " " << c.Field;
+  for (const auto& [file, record, key, field, index, value] : cases) {
+    OpenData(std::string("examples/") + file);
+    EXPECT_EQ(Field(record, key, field, index), value) << file << " " << record << " " << field;
   }
   OpenData("examples/pickup.json");
-  EXPECT_EQ(FxGetMeasureDuration(1, 1), 1024);
-  EXPECT_EQ(FxGetMeasureDuration(1, 5), 2048);
+  EXPECT_EQ(std::make_pair(FxGetMeasureDuration(1, 1), FxGetMeasureDuration(1, 5)),
+            std::make_pair(1024, 2048));
   OpenData("examples/repeats.json");
   EXPECT_FALSE(Gfhold().Load(1, 6)) << "the rest measures hold no music";
 }
 
 TEST_F(ExamplesTest, OstinExportsEachExample) {
   for (const tools::Example& example : tools::Examples()) {
-    std::string command = "cd '" + Root.string() + "' && LANG=C '" + std::string(OSTIN_BIN_DIR) +
-                          "/ostin' export '" + ExamplePath(example.FileName) +
-                          "' -o out.xml --yes </dev/null >out.txt 2>err.txt";
     std::filesystem::remove(Path("out.xml")); // no question about replacing it
-    int status = std::system(command.c_str());
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
+    const std::string file = DataFile(std::string("examples/") + example.FileName);
+    EXPECT_EQ(testing::RunTool(Root.string(), "ostin export '" + file + "' -o out.xml --yes"), 0)
         << example.FileName << ": " << Read(Path("err.txt"));
-    std::string xml = Read(Path("out.xml"));
-    EXPECT_NE(xml.find("<score-partwise"), std::string::npos) << example.FileName;
+    const std::string xml = Read(Path("out.xml"));
+    auto has = [&](const std::string& text) { return xml.find(text) != std::string::npos; };
     // Each example is a saved document: its header goes out and no question is asked.
     HostSim().Open(example.Make());
     Header header;
     ASSERT_TRUE(header.Load()) << example.FileName;
-    EXPECT_NE(xml.find("<movement-title>" + header.Title + "</movement-title>"), std::string::npos)
-        << example.FileName;
-    EXPECT_NE(xml.find("<creator type=\"composer\">" + header.Composer + "</creator>"),
-              std::string::npos)
-        << example.FileName;
-    if (header.UserCopyright.empty())
-      EXPECT_EQ(xml.find("<rights>"), std::string::npos) << example.FileName;
-    else
-      EXPECT_NE(xml.find("<rights>" + header.UserCopyright + "</rights>"), std::string::npos)
-          << example.FileName;
-    EXPECT_EQ(xml.find("<encoding-date>0000-00-00"), std::string::npos) << example.FileName;
+    EXPECT_TRUE(has("<score-partwise") && !has("<encoding-date>0000-00-00") &&
+                has("<movement-title>" + header.Title + "</movement-title>") &&
+                has("<creator type=\"composer\">" + header.Composer + "</creator>") &&
+                (header.UserCopyright.empty()
+                     ? !has("<rights>")
+                     : has("<rights>" + header.UserCopyright + "</rights>")))
+        << example.FileName << ":\n"
+        << xml;
     EXPECT_EQ(Read(Path("err.txt")), "") << example.FileName;
   }
   // The shipped files keep the copyright sign, and a traditional piece has no copyright.
   OpenData("examples/piano.json");
   Header piano;
   ASSERT_TRUE(piano.Load());
-  EXPECT_EQ(piano.UserCopyright, "© 2026 Ostin Light");
-  EXPECT_EQ(piano.ModifiedMonth * 100 + piano.ModifiedDay, 307);
+  EXPECT_EQ(std::tie(piano.UserCopyright, piano.ModifiedMonth, piano.ModifiedDay),
+            std::make_tuple("© 2026 Ostin Light", 3, 7));
   OpenData("examples/percussion.json");
   Header percussion;
   ASSERT_TRUE(percussion.Load());
-  EXPECT_EQ(percussion.Composer, "Traditional");
-  EXPECT_EQ(percussion.UserCopyright, "");
+  EXPECT_EQ(std::tie(percussion.Composer, percussion.UserCopyright),
+            std::make_tuple("Traditional", ""));
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 #pragma once
-// Reads the host's open document through the bridge as the export does and lists what
-// does not add up: staves without their StaffSpec, keys that name no key, clefs the host
-// has not got, and frames whose entries do not fill their measure.
+// Reads the host's open document through the bridge as the export does and lists what does
+// not add up: staves without StaffSpec, keys and clefs the host has not got, frames whose
+// entries do not fill their measure. Also runs the tools.
+#include <cstdlib>
 #include <string>
+#include <sys/wait.h>
 #include <vector>
 
 #include "host/bridge.h"
@@ -14,10 +16,16 @@
 
 namespace ostin::testing {
 
+// Runs a program of the build in folder, output to out.txt and err.txt; its exit status.
+inline int RunTool(const std::string& folder, const std::string& command) {
+  const std::string line = "cd '" + folder + "' && LANG=C '" + OSTIN_BIN_DIR + "'/" + command +
+                           " </dev/null >out.txt 2>err.txt";
+  const int status = std::system(line.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 struct ScoreShape {
-  int Staves = 0;
-  int Measures = 0;
-  int Frames = 0;
+  int Staves = 0, Measures = 0, Frames = 0;
   std::vector<std::string> Problems;
 };
 
@@ -29,19 +37,17 @@ inline void CheckFrame(int16_t slot, int16_t staff, int16_t measure, int16_t lay
                        ScoreShape& shape) {
   Tgf frame;
   frame.Load(0, slot, measure, layer, true);
-  int32_t length = 0;
-  int32_t measureLength = FxGetMeasureDuration(staff, measure);
+  const std::string where = At(staff, measure) + ", layer " + std::to_string(layer);
+  int32_t length = 0, measureLength = FxGetMeasureDuration(staff, measure);
   for (int16_t i = 1; i <= frame.NumEntries; ++i) {
     Entry& entry = *frame.Entries(i);
     if (!(entry.Ef & kEfVoiceTwo)) length += entry.Actdur;
     if (entry.Elldur + entry.Actdur > measureLength)
-      shape.Problems.push_back(At(staff, measure) + ", layer " + std::to_string(layer) +
-                               ", entry " + std::to_string(i) + ": past the end of the measure");
+      shape.Problems.push_back(where + ", entry " + std::to_string(i) + ": past the end");
   }
   if (length != measureLength)
-    shape.Problems.push_back(At(staff, measure) + ", layer " + std::to_string(layer) + ": " +
-                             std::to_string(length) + " of " + std::to_string(measureLength) +
-                             " EDU");
+    shape.Problems.push_back(where + ": " + std::to_string(length) + " of " +
+                             std::to_string(measureLength) + " EDU");
   frame.Free();
   ++shape.Frames;
 }

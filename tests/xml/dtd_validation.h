@@ -16,30 +16,28 @@ inline std::string ScoreDtd(const std::string& root) {
          (root == "score-timewise" ? "/timewise.dtd" : "/partwise.dtd");
 }
 
-// Parses text, validating it against dtdFile: its DOCTYPE declaration (internal subset and
-// all) is replaced by one naming dtdFile, or one is added after the XML declaration. Line
-// numbers of errors stay those of the text. The text must parse without its document type
-// (no named entities of it). The parse error; errorCode 0 when it is valid.
-inline ParseError ValidateAgainst(const std::string& text, const std::string& dtdFile) {
+// Parses text, validating it against dtdFile (empty: ScoreDtd of its root): its DOCTYPE
+// declaration (internal subset and all) is replaced by one naming dtdFile, or one is added
+// after the XML declaration. Line numbers of errors stay those of the text. The text must
+// parse without its document type (no named entities of it). The parse error; errorCode 0
+// when it is valid.
+inline ParseError ValidateAgainst(const std::string& text, std::string dtdFile) {
   auto plain = XmlDocument::Create();
-  plain->validateOnParse = false;
-  plain->resolveExternals = false;
+  plain->validateOnParse = plain->resolveExternals = false;
   if (!plain->loadXML(text)) return plain->parseError();
   const std::string root = plain->documentElement().nodeName();
-  std::string doctype = "<!DOCTYPE " + root + " SYSTEM \"" + dtdFile + "\">";
-  std::string bound = text;
+  if (dtdFile.empty()) dtdFile = ScoreDtd(root);
+  std::string doctype = "<!DOCTYPE " + root + " SYSTEM \"" + dtdFile + "\">", bound = text;
   const std::string old = plain->doctype() ? plain->doctype().xml() : "";
   const auto at = old.empty() ? std::string::npos : bound.find(old);
   if (at != std::string::npos) {
     doctype.append(static_cast<std::size_t>(std::count(old.begin(), old.end(), '\n')), '\n');
     bound.replace(at, old.size(), doctype);
   } else {
-    const bool declared = bound.rfind("<?xml ", 0) == 0;
-    bound.insert(declared ? bound.find("?>") + 2 : 0, doctype);
+    bound.insert(bound.rfind("<?xml ", 0) == 0 ? bound.find("?>") + 2 : 0, doctype);
   }
   auto checked = XmlDocument::Create();
-  checked->validateOnParse = true;
-  checked->resolveExternals = true;
+  checked->validateOnParse = checked->resolveExternals = true;
   checked->loadXML(bound);
   return checked->parseError();
 }
@@ -47,11 +45,7 @@ inline ParseError ValidateAgainst(const std::string& text, const std::string& dt
 // Validates a score text against data/partwise.dtd or data/timewise.dtd, by its root; for
 // EXPECT_TRUE, with the reason and place of the first error when it fails.
 inline ::testing::AssertionResult ValidScore(const std::string& text) {
-  auto plain = XmlDocument::Create();
-  plain->validateOnParse = false;
-  plain->resolveExternals = false;
-  const std::string root = plain->loadXML(text) ? plain->documentElement().nodeName() : "";
-  const ParseError error = ValidateAgainst(text, ScoreDtd(root));
+  const ParseError error = ValidateAgainst(text, "");
   if (error.errorCode == 0) return ::testing::AssertionSuccess();
   return ::testing::AssertionFailure() << error.reason << " (line " << error.line << ", position "
                                        << error.linepos << ": " << error.srcText << ")";

@@ -10,22 +10,18 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 namespace ostin::xml::test_support {
 
 // A fresh folder under the system's temporary folder, removed with everything in it.
 class TempFolder {
 public:
-  TempFolder() {
-    path_ = std::filesystem::temp_directory_path() /
-            ("ostin-xml-" + std::to_string(std::random_device{}()));
-    std::filesystem::create_directories(path_);
-  }
+  TempFolder() { std::filesystem::create_directories(path_); }
   ~TempFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
   }
-
   std::string Write(const std::string& name, const std::string& content) const {
     const std::filesystem::path file = path_ / name;
     std::filesystem::create_directories(file.parent_path());
@@ -40,7 +36,8 @@ public:
   std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
 private:
-  std::filesystem::path path_;
+  std::filesystem::path path_ = std::filesystem::temp_directory_path() /
+                                ("ostin-xml-" + std::to_string(std::random_device{}()));
 };
 
 // A document with the settings given, after loadXML of text (which must succeed).
@@ -61,6 +58,11 @@ template <class Body> Failure Raised(Body body) {
     return failure;
   }
   return Failure(0, "", "");
+}
+
+// Number, source and description of a failure, to compare as one.
+inline std::tuple<int32_t, std::string, std::string> Said(const Failure& failure) {
+  return {failure.Number, failure.Source, failure.Description};
 }
 
 } // namespace ostin::xml::test_support
