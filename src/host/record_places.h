@@ -5,10 +5,10 @@
 #include "host/record_places_document.h"
 #include "host/record_places_entry.h"
 #include "host/record_places_expression.h"
+#include "host/record_places_handmade.h"
 #include "host/record_places_line.h"
 #include "host/record_places_midi.h"
 #include "host/record_places_preferences.h"
-#include "host/record_places_handmade.h"
 #include "host/record_places_text.h"
 
 namespace ostin {

@@ -1,5 +1,7 @@
 #pragma once
 // Document, measure and staff records. Field lists in the order of their bridge calls.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 #define OSTIN_SHAPE_MeasureSpec(F)                                                                 \
   F(I16, Measpace, 1)                                                                              \
@@ -202,14 +204,24 @@
   F(I32, RangeEndEdu, 1)
 
 #define OSTIN_SHAPE_StaffSpec(F)                                                                   \
-  OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_Staff2003(F) OSTIN_SHAPE_StaffSpecTail(F)
+  OSTIN_SHAPE_StaffCommon(F)                                                                       \
+  OSTIN_SHAPE_Staff2003(F)                                                                         \
+  OSTIN_SHAPE_StaffSpecTail(F)
 #define OSTIN_SHAPE_StaffSpecPlain(F) OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_StaffSpecTail(F)
 #define OSTIN_SHAPE_StaffStyle(F)                                                                  \
-  OSTIN_SHAPE_StaffCommon(F) OSTIN_SHAPE_Staff2003(F) F(I16, Mask1, 1) F(I16, Mask2, 1)            \
-      F(I16, Mask3, 1) F(I16, Sfflag, 1) F(TXT, StyleName, 1)
+  OSTIN_SHAPE_StaffCommon(F)                                                                       \
+  OSTIN_SHAPE_Staff2003(F)                                                                         \
+  F(I16, Mask1, 1)                                                                                 \
+  F(I16, Mask2, 1)                                                                                 \
+  F(I16, Mask3, 1)                                                                                 \
+  F(I16, Sfflag, 1)                                                                                \
+  F(TXT, StyleName, 1)
 #define OSTIN_SHAPE_StaffStylePlain(F)                                                             \
-  OSTIN_SHAPE_StaffCommon(F) F(I16, Mask1, 1) F(I16, Mask2, 1) F(I16, Sfflag, 1)                   \
-      F(TXT, StyleName, 1)
+  OSTIN_SHAPE_StaffCommon(F)                                                                       \
+  F(I16, Mask1, 1)                                                                                 \
+  F(I16, Mask2, 1)                                                                                 \
+  F(I16, Sfflag, 1)                                                                                \
+  F(TXT, StyleName, 1)
 
 #define OSTIN_DOCUMENT_RECORDS(R)                                                                  \
   R(MeasureSpec, MeasureSpec, K2, OSTIN_SHAPE_MeasureSpec, CLSD)                                   \
@@ -244,17 +256,34 @@
   F(TXT, Copyright, 1)                                                                             \
   F(B16, Status, 4)                                                                                \
   F(I16, CreatedYear, 1)                                                                           \
-  F(I16, CreatedMonth, 1) F(I16, CreatedDay, 1) F(TXT, CreatedModifiedBy, 1)                       \
-      F(I32, CreatedEnigmaVersion, 1) F(TXT, CreatedApplication, 1) F(TXT, CreatedPlatform, 1)     \
-          F(I32, CreatedAppVersion, 1) F(I32, CreatedFileVersion, 1) F(I16, ModifiedYear, 1)       \
-              F(I16, ModifiedMonth, 1) F(I16, ModifiedDay, 1) F(TXT, ModifiedModifiedBy, 1)        \
-                  F(I32, ModifiedEnigmaVersion, 1) F(TXT, ModifiedApplication, 1)                  \
-                      F(TXT, ModifiedPlatform, 1) F(I32, ModifiedAppVersion, 1)                    \
-                          F(I32, ModifiedFileVersion, 1) F(I16, PrintedYear, 1)                    \
-                              F(I16, PrintedMonth, 1) F(I16, PrintedDay, 1)                        \
-                                  F(TXT, PrintedModifiedBy, 1) F(I32, PrintedEnigmaVersion, 1)     \
-                                      F(TXT, PrintedApplication, 1) F(TXT, PrintedPlatform, 1)     \
-                                          F(I32, PrintedAppVersion, 1)                             \
-                                              F(I32, PrintedFileVersion, 1) F(TXT, Title, 1)       \
-                                                  F(TXT, Composer, 1) F(TXT, UserCopyright, 1)
+  F(I16, CreatedMonth, 1)                                                                          \
+  F(I16, CreatedDay, 1)                                                                            \
+  F(TXT, CreatedModifiedBy, 1)                                                                     \
+  F(I32, CreatedEnigmaVersion, 1)                                                                  \
+  F(TXT, CreatedApplication, 1)                                                                    \
+  F(TXT, CreatedPlatform, 1)                                                                       \
+  F(I32, CreatedAppVersion, 1)                                                                     \
+  F(I32, CreatedFileVersion, 1)                                                                    \
+  F(I16, ModifiedYear, 1)                                                                          \
+  F(I16, ModifiedMonth, 1)                                                                         \
+  F(I16, ModifiedDay, 1)                                                                           \
+  F(TXT, ModifiedModifiedBy, 1)                                                                    \
+  F(I32, ModifiedEnigmaVersion, 1)                                                                 \
+  F(TXT, ModifiedApplication, 1)                                                                   \
+  F(TXT, ModifiedPlatform, 1)                                                                      \
+  F(I32, ModifiedAppVersion, 1)                                                                    \
+  F(I32, ModifiedFileVersion, 1)                                                                   \
+  F(I16, PrintedYear, 1)                                                                           \
+  F(I16, PrintedMonth, 1)                                                                          \
+  F(I16, PrintedDay, 1)                                                                            \
+  F(TXT, PrintedModifiedBy, 1)                                                                     \
+  F(I32, PrintedEnigmaVersion, 1)                                                                  \
+  F(TXT, PrintedApplication, 1)                                                                    \
+  F(TXT, PrintedPlatform, 1)                                                                       \
+  F(I32, PrintedAppVersion, 1)                                                                     \
+  F(I32, PrintedFileVersion, 1)                                                                    \
+  F(TXT, Title, 1)                                                                                 \
+  F(TXT, Composer, 1)                                                                              \
+  F(TXT, UserCopyright, 1)
 #define OSTIN_DOCUMENT_HANDMADE(H) H(Header, K2, OSTIN_SHAPE_Header)
+// clang-format on

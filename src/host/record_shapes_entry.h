@@ -1,6 +1,8 @@
 #pragma once
 // Entry-attached records: their key is an entry number and an incidence. Field lists in the order
 // of their bridge calls.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 // How a tuplet is drawn: shared by tuplets and the document's tuplet defaults.
 #define OSTIN_SHAPE_TupletLook(F)                                                                  \
@@ -11,11 +13,16 @@
   F(I16, Flag, 1)                                                                                  \
   F(I16, LeftHookLen, 1)                                                                           \
   F(I16, LeftHookExt, 1)                                                                           \
-  F(I16, RightHookLen, 1) F(I16, RightHookExt, 1) F(I16, Slope, 1)
+  F(I16, RightHookLen, 1)                                                                          \
+  F(I16, RightHookExt, 1)                                                                          \
+  F(I16, Slope, 1)
 #define OSTIN_SHAPE_Tuplet(F)                                                                      \
   F(I16, Tupnum, 1)                                                                                \
   F(I16, Tupsymdur, 1)                                                                             \
-  F(I16, Refnum, 1) F(I16, Refdur, 1) F(I16, EndEnt, 1) OSTIN_SHAPE_TupletLook(F)
+  F(I16, Refnum, 1)                                                                                \
+  F(I16, Refdur, 1)                                                                                \
+  F(I16, EndEnt, 1)                                                                                \
+  OSTIN_SHAPE_TupletLook(F)
 
 #define OSTIN_SHAPE_Articulation(F)                                                                \
   F(I16, Imrkdef, 1)                                                                               \
@@ -118,7 +125,11 @@
 // Lyric syllables on entries, and the baselines of verses, choruses and sections (keys
 // Number, Cmper1, Cmper2).
 #define OSTIN_SHAPE_Lyric(F)                                                                       \
-  F(I16, RawTextNum, 1) F(I16, Syll, 1) F(I16, Posadd, 1) F(I16, Lineadd, 1) F(I16, Wext, 1)
+  F(I16, RawTextNum, 1)                                                                            \
+  F(I16, Syll, 1)                                                                                  \
+  F(I16, Posadd, 1)                                                                                \
+  F(I16, Lineadd, 1)                                                                               \
+  F(I16, Wext, 1)
 #define OSTIN_SHAPE_Baseline(F) F(I32, Offset, 1)
 // Raw lyric texts under their id, which lyric records name as RawTextNum.
 #define OSTIN_SHAPE_LyricText(F) OSTIN_SHAPE_OneText(F)
@@ -126,6 +137,10 @@
   H(VerseLyric, KE, OSTIN_SHAPE_Lyric)                                                             \
   H(ChorusLyric, KE, OSTIN_SHAPE_Lyric)                                                            \
   H(SectionLyric, KE, OSTIN_SHAPE_Lyric)                                                           \
-  H(VerseLyricText, K2, OSTIN_SHAPE_LyricText) H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText)       \
-      H(SectionLyricText, K2, OSTIN_SHAPE_LyricText) H(VerseBaseline, K3, OSTIN_SHAPE_Baseline)    \
-          H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline) H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)
+  H(VerseLyricText, K2, OSTIN_SHAPE_LyricText)                                                     \
+  H(ChorusLyricText, K2, OSTIN_SHAPE_LyricText)                                                    \
+  H(SectionLyricText, K2, OSTIN_SHAPE_LyricText)                                                   \
+  H(VerseBaseline, K3, OSTIN_SHAPE_Baseline)                                                       \
+  H(ChorusBaseline, K3, OSTIN_SHAPE_Baseline)                                                      \
+  H(SectionBaseline, K3, OSTIN_SHAPE_Baseline)
+// clang-format on

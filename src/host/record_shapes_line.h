@@ -1,5 +1,7 @@
 #pragma once
 // Shape and line records. Field lists in the order of their bridge calls.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 #define OSTIN_SHAPE_MeasureShape(F)                                                                \
   F(I16, ShapeNum, 1)                                                                              \
@@ -59,7 +61,9 @@
   F(I16, LineadjustContinueHoriz, 1)
 
 #define OSTIN_SHAPE_SmartShape(F)                                                                  \
-  OSTIN_SHAPE_SmartShapePlain(F) F(B16, LyricNum, 2) F(B16, LyricTag, 2)
+  OSTIN_SHAPE_SmartShapePlain(F)                                                                   \
+  F(B16, LyricNum, 2)                                                                              \
+  F(B16, LyricTag, 2)
 
 #define OSTIN_SHAPE_SmartShapePlain(F)                                                             \
   F(I16, ShapeType, 1)                                                                             \
@@ -113,3 +117,4 @@
   V(SmartShape, SmartShape, K2, OSTIN_SHAPE_SmartShape, OSTIN_SHAPE_SmartShapePlain, 2004, CLS)
 
 #define OSTIN_LINE_HANDMADE(H)
+// clang-format on

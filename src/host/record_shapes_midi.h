@@ -1,5 +1,7 @@
 #pragma once
 // MIDI and instrument records. Field lists in the order of their bridge calls.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 #define OSTIN_SHAPE_Tempo(F)                                                                       \
   F(I32, Eldur, 1)                                                                                 \
@@ -62,10 +64,18 @@
   F(I16, DiatonicStepsLo, 1)                                                                       \
   F(I16, DiatonicStepsHi, 1)                                                                       \
   F(I16, NoOfFrets, 1)                                                                             \
-  F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1) F(P16, StringTuning, 24)
+  F(I16, NoOfStrings, 1)                                                                           \
+  F(I16, SpeedyClef, 1)                                                                            \
+  F(TXT, Name, 1)                                                                                  \
+  F(P16, StringTuning, 24)
 #define OSTIN_SHAPE_FretInstrumentSave(F)                                                          \
   F(I16, DiatonicStepsLo, 1)                                                                       \
   F(I16, DiatonicStepsHi, 1)                                                                       \
-  F(I16, NoOfFrets, 1) F(I16, NoOfStrings, 1) F(I16, SpeedyClef, 1) F(TXT, Name, 1)
+  F(I16, NoOfFrets, 1)                                                                             \
+  F(I16, NoOfStrings, 1)                                                                           \
+  F(I16, SpeedyClef, 1)                                                                            \
+  F(TXT, Name, 1)
 #define OSTIN_MIDI_HANDMADE(H)                                                                     \
-  H(DrumStaff, K2, OSTIN_SHAPE_DrumStaff) H(FretInstrument, K2, OSTIN_SHAPE_FretInstrument)
+  H(DrumStaff, K2, OSTIN_SHAPE_DrumStaff)                                                          \
+  H(FretInstrument, K2, OSTIN_SHAPE_FretInstrument)
+// clang-format on

@@ -1,6 +1,8 @@
 #pragma once
 // Preference records, each the document's single record under -2, 0 (FieldInfo by row). Field lists
 // in the order of their bridge calls.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 #define OSTIN_SHAPE_Settings09(F)                                                                  \
   F(I16, Carried1, 1)                                                                              \
@@ -92,7 +94,10 @@
   F(I16, Carried3, 1)                                                                              \
   F(I16, Carried4, 1)                                                                              \
   F(I16, Carried5, 1)                                                                              \
-  OSTIN_SHAPE_TupletLook(F) F(I16, Carried6, 1) F(I16, Carried7, 1) F(I16, Carried8, 1)
+  OSTIN_SHAPE_TupletLook(F)                                                                        \
+  F(I16, Carried6, 1)                                                                              \
+  F(I16, Carried7, 1)                                                                              \
+  F(I16, Carried8, 1)
 
 #define OSTIN_SHAPE_Settings72(F)                                                                  \
   F(I16, FrontHookLength, 1)                                                                       \
@@ -151,4 +156,6 @@
 #define OSTIN_SHAPE_TupletPrefs(F) OSTIN_SHAPE_Tuplet(F)
 
 #define OSTIN_PREFERENCES_HANDMADE(H)                                                              \
-  H(DefaultFontPrefs, K2, OSTIN_SHAPE_DefaultFontPrefs) H(TupletPrefs, K2, OSTIN_SHAPE_TupletPrefs)
+  H(DefaultFontPrefs, K2, OSTIN_SHAPE_DefaultFontPrefs)                                            \
+  H(TupletPrefs, K2, OSTIN_SHAPE_TupletPrefs)
+// clang-format on

@@ -1,5 +1,7 @@
 #pragma once
 // Text blocks and fonts.
+// One field a line: clang-format would run the tables together.
+// clang-format off
 
 // A text block; the 2004 calls add the text's tag before the text.
 #define OSTIN_SHAPE_TextBlock(F) OSTIN_SHAPE_TextBlockHead(F) F(I32, TextTag, 1) F(TXT, Text, 1)
@@ -30,3 +32,4 @@
 #define OSTIN_TEXT_VARIANTS(V)                                                                     \
   V(TextBlock, TextBlock, K2, OSTIN_SHAPE_TextBlock, OSTIN_SHAPE_TextBlockPlain, 2004, CLS)
 #define OSTIN_TEXT_HANDMADE(H)
+// clang-format on

@@ -53,7 +53,9 @@
   struct Fields {                                                                                  \
     S(OSTIN_MEMBER)                                                                                \
   };                                                                                               \
-  static void NameBlocks(Fields& f) { S(OSTIN_NAME_BLOCK) }
+  static void NameBlocks(Fields& f) {                                                              \
+    S(OSTIN_NAME_BLOCK)                                                                            \
+  }
 
 // A plain record: both branches make the same call, year 0 never picks the variant.
 #define OSTIN_PLAIN_TRAITS(C, B, K, S, ops)                                                        \
