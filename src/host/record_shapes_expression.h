@@ -91,9 +91,8 @@
 
 #define OSTIN_SHAPE_TextRepeatStyleText(F) OSTIN_SHAPE_OneText(F)
 
-#define OSTIN_SHAPE_ShapeExpression(F)                                                             \
-  F(I16, Shapedef, 1)                                                                              \
-  F(I16, Value, 1)                                                                                 \
+// How an expression stands against its measure and its note, and how it plays.
+#define OSTIN_SHAPE_ExpressionPlacement(F)                                                         \
   F(I16, Auxdata1, 1)                                                                              \
   F(I16, PlayPass, 1)                                                                              \
   F(I16, Flag, 1)                                                                                  \
@@ -108,6 +107,11 @@
   F(I16, VertNoteAlign, 1)                                                                         \
   F(I16, NoteYadjustBaseline, 1)                                                                   \
   F(I16, NoteYadjustEntry, 1)
+
+#define OSTIN_SHAPE_ShapeExpression(F)                                                             \
+  F(I16, Shapedef, 1)                                                                              \
+  F(I16, Value, 1)                                                                                 \
+  OSTIN_SHAPE_ExpressionPlacement(F)
 
 #define OSTIN_SHAPE_ShapeExpressionPlain(F)                                                        \
   F(I16, Shapedef, 1)                                                                              \
@@ -176,20 +180,7 @@
 #define OSTIN_SHAPE_TextExpression2004(F)                                                          \
   F(I16, TextIDKey, 1)                                                                             \
   F(I16, Value, 1)                                                                                 \
-  F(I16, Auxdata1, 1)                                                                              \
-  F(I16, PlayPass, 1)                                                                              \
-  F(I16, Flag, 1)                                                                                  \
-  F(I16, MeasAlign, 1)                                                                             \
-  F(I16, MeasExprAlign, 1)                                                                         \
-  F(I16, MeasXadjust, 1)                                                                           \
-  F(I16, NoteAlign, 1)                                                                             \
-  F(I16, NoteExprAlign, 1)                                                                         \
-  F(I16, NoteXadjust, 1)                                                                           \
-  F(I16, VertMeasAlign, 1)                                                                         \
-  F(I16, MeasYadjust, 1)                                                                           \
-  F(I16, VertNoteAlign, 1)                                                                         \
-  F(I16, NoteYadjustBaseline, 1)                                                                   \
-  F(I16, NoteYadjustEntry, 1)                                                                      \
+  OSTIN_SHAPE_ExpressionPlacement(F)                                                               \
   F(TXT, Text, 1)
 #define OSTIN_EXPRESSION_HANDMADE(H)                                                               \
   H(EndingRepeat, K2, OSTIN_SHAPE_EndingRepeat)                                                    \
