@@ -152,8 +152,7 @@ void ToXml::ConvertDurations(XmlPart& part) {
     if (!unit.Usable()) return;
     if (unit.Smallest > kOffsetUnit && unit.Factor < 8 && !elements.Offsets.empty())
       unit.Smallest = kOffsetUnit;
-    // Each value is changed in its own node: a changed copy put in its place would give the
-    // same tree.
+    // Values are changed in their own nodes.
     const std::string divisions = std::to_string(unit.Value(kQuarter));
     for (const xml::XmlNode& node : elements.Divisions)
       node.text(divisions);
